@@ -1,0 +1,255 @@
+#include "source/vask_model.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "transfer/failure.h"
+
+namespace vtt {
+
+double QuadArea(const std::array<double, 4>& x, const std::array<double, 4>& y,
+                const std::array<double, 4>& z, bool projected) {
+  const double ax = x[2] - x[1];
+  const double ay = y[2] - y[1];
+  const double az = projected ? 0.0 : z[2] - z[1];
+  const double bx = x[3] - x[0];
+  const double by = y[3] - y[0];
+  const double bz = projected ? 0.0 : z[3] - z[0];
+  const double cx = ay * bz - az * by;
+  const double cy = az * bx - ax * bz;
+  const double cz = ax * by - ay * bx;
+  return 0.5 * std::sqrt(cx * cx + cy * cy + cz * cz);
+}
+
+VaskModelObj::VaskModelObj(HostModel& host) : host_(host) {}
+
+std::span<const VaskModelObj::ReadStage> VaskModelObj::ReadStages() {
+  // The order is fixed: a stage may rely on every stage above it, and the rest of the
+  // system cites stages by these numbers.
+  static constexpr std::array<ReadStage, 28> kStages{{
+      {"ReadPropMaterials", nullptr},
+      {"ReadPropFrameSections", nullptr},
+      {"ReadPropAreaSections", nullptr},
+      {"ReadNodes", &VaskModelObj::ReadNodes},
+      {"ReadConstraints", nullptr},
+      {"ReadFrames", nullptr},
+      {"ReadFrameReleases", nullptr},
+      {"ReadAreas", nullptr},
+      {"ReadLoadPatterns", nullptr},
+      {"ReadLoadNodes", nullptr},
+      {"ReadFramesLoadDistributed", nullptr},
+      {"ReadFramesLoadPoint", nullptr},
+      {"CheckLoadFramePoint", nullptr},
+      {"ReadLoadAreas", nullptr},
+      {"SpreadLoadAreas", nullptr},
+      {"LinkFrameSectionMaterials", nullptr},
+      {"LinkAreaSectionMaterials", nullptr},
+      {"LinkFrameSections", nullptr},
+      {"LinkAreaSections", nullptr},
+      {"ClassifyFrames", nullptr},
+      {"ClassifyAreas", nullptr},
+      {"ReadMass", nullptr},
+      {"ReadVaskTHFunc", nullptr},
+      {"MarkLoadPatternContents", nullptr},
+      {"ReadReserved", &VaskModelObj::ReadReserved},
+      {"FindDriftNodes", &VaskModelObj::FindDriftNodes},
+      {"ReadFrameHinges", nullptr},
+      {"DetectEmbeddedBeams", nullptr},
+  }};
+  return kStages;
+}
+
+void VaskModelObj::ReadVaskData(const ReadProgress& progress) {
+  const std::span<const ReadStage> stages = ReadStages();
+  for (std::size_t i = 0; i < stages.size(); ++i) {
+    if (stages[i].run == nullptr) continue;
+    if (progress) progress(static_cast<int>(i) + 1, stages[i].name);
+    (this->*stages[i].run)();
+  }
+}
+
+void VaskModelObj::ReadNodes() {
+  int count = 0;
+  Names names;
+  host_.GetPointNameList(count, names);
+  // Statuses are not tested: a failed call leaves its results as the host left them.
+  double x = 0.0;
+  double y = 0.0;
+  double z = 0.0;
+  DofFlags restraints{};
+  const int num = std::min(count, static_cast<int>(names.size()));
+  for (int i = 0; i < num; ++i) {
+    const std::string& name = names[static_cast<std::size_t>(i)];
+    host_.GetPointCoordinates(name, x, y, z, "Global");
+    host_.GetPointRestraints(name, restraints);
+    AddNode(name, x, y, z, restraints);
+  }
+}
+
+void VaskModelObj::ReadReserved() {}
+
+VaskNodeObj* VaskModelObj::AddNode(std::string label, double x, double y, double z,
+                                   const DofFlags& restraints) {
+  VaskNodeObj* node = nodes_.Add();
+  node->Label = std::move(label);
+  node->x = x;
+  node->y = y;
+  node->z = z;
+  node->id = nodes_.Num() + 1;
+  for (int dof = 1; dof <= 6; ++dof) {
+    node->IsRestrained(dof) = restraints[static_cast<std::size_t>(dof - 1)];
+  }
+  return node;
+}
+
+VaskConstraintObj* VaskModelObj::ConstraintAdd() { return constraints_.Add(); }
+void VaskModelObj::ConstraintRemove(int position) { constraints_.Remove(position); }
+VaskFrameReleaseObj* VaskModelObj::FrameReleaseAdd() { return frameReleases_.Add(); }
+VaskFrameObj* VaskModelObj::AddFrame() { return frames_.Add(); }
+VaskAreaObj* VaskModelObj::AddArea() { return areas_.Add(); }
+VaskPropMaterialObj* VaskModelObj::AddPropMaterial() { return materials_.Add(); }
+VaskPropFrameSectObj* VaskModelObj::AddPropFrameSect() { return frameSections_.Add(); }
+VaskPropFrameSectObj* VaskModelObj::AddPropEmbedFrameSect() {
+  return embedFrameSections_.Add();
+}
+VaskPropAreaSectObj* VaskModelObj::AddPropAreaSect() { return areaSections_.Add(); }
+VaskLoadPatternObj* VaskModelObj::AddLoadPattern() { return loadPatterns_.Add(); }
+VaskLoadNodeObj* VaskModelObj::AddLoadNode() { return loadNodes_.Add(); }
+VaskLoadAreaObj* VaskModelObj::AddLoadArea() { return loadAreas_.Add(); }
+VaskTHFuncObj* VaskModelObj::AddTHFuncObj() { return thFuncs_.Add(); }
+
+void VaskModelObj::Dispose() {
+  nodeTop_ = nullptr;
+  nodeBot_ = nullptr;
+  nodes_.Clear();
+  frames_.Clear();
+  areas_.Clear();
+  materials_.Clear();
+  frameSections_.Clear();
+  embedFrameSections_.Clear();
+  areaSections_.Clear();
+  constraints_.Clear();
+  frameReleases_.Clear();
+  loadPatterns_.Clear();
+  loadNodes_.Clear();
+  loadAreas_.Clear();
+  thFuncs_.Clear();
+  MassSrcLoadPattern.Clear();
+  MassSrcSF.Clear();
+  MassSrcLoadNum = 0;
+}
+
+int VaskModelObj::NodeIdGet(std::string_view label) const {
+  const VaskNodeObj* node = nodes_.Get(label);
+  return node == nullptr ? -1 : node->id;
+}
+
+VaskNodeObj* VaskModelObj::NodeObjGet(std::string_view label) const { return nodes_.Get(label); }
+
+VaskLoadNodeObj* VaskModelObj::LoadNodeObjGet(std::string_view label) const {
+  return loadNodes_.Get(label);
+}
+
+VaskTHFuncObj* VaskModelObj::THFuncObjGet(std::string_view label) const {
+  return thFuncs_.Get(label);
+}
+
+VaskFrameObj* VaskModelObj::FrameObjGet(std::string_view label) const {
+  return frames_.Get(label);
+}
+
+VaskPropFrameSectObj* VaskModelObj::PropFrameSectObjGet(std::string_view label) const {
+  return frameSections_.Get(label);
+}
+
+VaskPropMaterialObj* VaskModelObj::PropMaterialObjGet(std::string_view label) const {
+  return materials_.Get(label);
+}
+
+VaskLoadPatternObj* VaskModelObj::LoadPatternObjGet(std::string_view label) const {
+  return loadPatterns_.Get(label);
+}
+
+VaskConstraintObj* VaskModelObj::ConstraintFind(std::string_view label) const {
+  return constraints_.Get(label);
+}
+
+void VaskModelObj::LabelsChanged() {
+  nodes_.LabelsChanged();
+  constraints_.LabelsChanged();
+  frames_.LabelsChanged();
+  materials_.LabelsChanged();
+  frameSections_.LabelsChanged();
+  loadPatterns_.LabelsChanged();
+  loadNodes_.LabelsChanged();
+  thFuncs_.LabelsChanged();
+}
+
+const VaskNodeObj& VaskModelObj::RequiredNode(std::string_view label,
+                                              std::string_view owner) const {
+  const VaskNodeObj* node = nodes_.Get(label);
+  if (node == nullptr) {
+    throw TransferFailure(std::string(owner) + ": node \"" + std::string(label) +
+                          "\" is not a node of the model.");
+  }
+  return *node;
+}
+
+double VaskModelObj::AreaObjAreaGet(const VaskAreaObj& area, bool projected) const {
+  if (area.NumNodes != 4) return 0.0;
+  std::array<double, 4> x{};
+  std::array<double, 4> y{};
+  std::array<double, 4> z{};
+  const std::string owner = "Area \"" + area.Label + "\"";
+  for (std::size_t j = 0; j < 4; ++j) {
+    const VaskNodeObj& node = RequiredNode(area.LabelNodes(static_cast<int>(j) + 1), owner);
+    x[j] = node.x;
+    y[j] = node.y;
+    z[j] = node.z;
+  }
+  return QuadArea(x, y, z, projected);
+}
+
+double VaskModelObj::FrameObjLengthGet(const VaskFrameObj& frame, bool projected) const {
+  const std::string owner = "Frame \"" + frame.Label + "\"";
+  const VaskNodeObj& nodeI = RequiredNode(frame.LabelNodeI, owner);
+  const VaskNodeObj& nodeJ = RequiredNode(frame.LabelNodeJ, owner);
+  const double dx = nodeJ.x - nodeI.x;
+  const double dy = nodeJ.y - nodeI.y;
+  const double dz = projected ? 0.0 : nodeJ.z - nodeI.z;
+  return std::sqrt(dx * dx + dy * dy + dz * dz);
+}
+
+std::vector<DriftPoint> VaskModelObj::NodePoints() const {
+  std::vector<DriftPoint> points;
+  points.reserve(static_cast<std::size_t>(NodeNum()));
+  for (int i = 1; i <= NodeNum(); ++i) {
+    const VaskNodeObj& node = *nodes_(i);
+    points.push_back({node.x, node.y, node.z});
+  }
+  return points;
+}
+
+void VaskModelObj::FindDriftNodes() { KeepDriftPair(FindDriftPairIndexed(NodePoints())); }
+
+void VaskModelObj::FindDriftNodesLiteral() { KeepDriftPair(FindDriftPairLiteral(NodePoints())); }
+
+void VaskModelObj::KeepDriftPair(const DriftPair& pair) {
+  nodeTop_ = nullptr;
+  nodeBot_ = nullptr;
+  // Positions are places in NodeObj and both bounds are strict: the last node of the model
+  // can be neither end of the pair. That is the rule, not a slip to correct.
+  if (!pair.Found() || !(pair.top < NodeNum()) || pair.bottom < 1 ||
+      !(pair.bottom < NodeNum())) {
+    return;
+  }
+  nodeTop_ = nodes_(pair.top);
+  nodeBot_ = nodes_(pair.bottom);
+}
+
+}  // namespace vtt

@@ -1,0 +1,186 @@
+// VaskModelObj: the root of the in-memory copy of the Vask model.
+//
+// It owns every container of source objects, reads the host once through `HostModel` in a
+// fixed sequence of 28 stages (`ReadVaskData`), answers look-ups by label and two small
+// geometric queries, and releases everything in `Dispose`. One instance serves one
+// transfer; the driver creates it and passes it to the translation steps, which read it
+// and write their record numbers back into the objects.
+//
+// Lists are one-based: NodeObj(1) is the first node, iteration runs 1 to NodeNum().
+// Look-ups by label answer what a linear search from the first object answers: the first
+// object with exactly that label (case-sensitive), or none. They go through the lazy hash
+// index of VaskObjList, whose rule (see vask_obj_list.h) the readers follow by setting an
+// object's label right after adding it; after changing a label that was already set, call
+// LabelsChanged().
+#pragma once
+
+#include <array>
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "source/host_model.h"
+#include "source/vask_area.h"
+#include "source/vask_drift_nodes.h"
+#include "source/vask_frame.h"
+#include "source/vask_load.h"
+#include "source/vask_node.h"
+#include "source/vask_obj_list.h"
+#include "source/vask_one_based.h"
+#include "source/vask_prop_area_sect.h"
+#include "source/vask_prop_frame_sect.h"
+#include "source/vask_prop_material.h"
+#include "source/vask_th_func.h"
+
+namespace vtt {
+
+// Half the length of the cross product of the diagonals P3 - P2 and P4 - P1 of a
+// quadrilateral, corners in the order given, indexed 0 to 3. With `projected` the z
+// differences count as 0, which gives the area of the plan projection.
+double QuadArea(const std::array<double, 4>& x, const std::array<double, 4>& y,
+                const std::array<double, 4>& z, bool projected);
+
+class VaskModelObj {
+ public:
+  // One stage of ReadVaskData. A stage not yet built has no function and is not called.
+  struct ReadStage {
+    std::string_view name;
+    void (VaskModelObj::*run)();
+  };
+  // Told before each stage that runs: its number, 1 to 28, and its name.
+  using ReadProgress = std::function<void(int stageNumber, std::string_view stageName)>;
+
+  explicit VaskModelObj(HostModel& host);
+
+  VaskModelObj(const VaskModelObj&) = delete;
+  VaskModelObj& operator=(const VaskModelObj&) = delete;
+
+  // ---- Containers ----
+  int NodeNum() const { return nodes_.Num(); }
+  VaskNodeObj* NodeObj(int i) const { return nodes_(i); }
+  int ConstraintNum() const { return constraints_.Num(); }
+  VaskConstraintObj* ConstraintObj(int i) const { return constraints_(i); }
+  int FrameReleaseNum() const { return frameReleases_.Num(); }
+  VaskFrameReleaseObj* FrameReleaseObj(int i) const { return frameReleases_(i); }
+  int FrameNum() const { return frames_.Num(); }
+  VaskFrameObj* FrameObj(int i) const { return frames_(i); }
+  int AreaNum() const { return areas_.Num(); }
+  VaskAreaObj* AreaObj(int i) const { return areas_(i); }
+  int PropMatNum() const { return materials_.Num(); }
+  VaskPropMaterialObj* PropMatObj(int i) const { return materials_(i); }
+  int PropFrameSectNum() const { return frameSections_.Num(); }
+  VaskPropFrameSectObj* PropFrameSectObj(int i) const { return frameSections_(i); }
+  int PropEmbedFrameSectNum() const { return embedFrameSections_.Num(); }
+  VaskPropFrameSectObj* PropEmbedFrameSectObj(int i) const { return embedFrameSections_(i); }
+  int PropAreaSectNum() const { return areaSections_.Num(); }
+  VaskPropAreaSectObj* PropAreaSectObj(int i) const { return areaSections_(i); }
+  int LoadPatternNum() const { return loadPatterns_.Num(); }
+  VaskLoadPatternObj* LoadPatternObj(int i) const { return loadPatterns_(i); }
+  int LoadNodeNum() const { return loadNodes_.Num(); }
+  VaskLoadNodeObj* LoadNodeObj(int i) const { return loadNodes_(i); }
+  int LoadAreaNum() const { return loadAreas_.Num(); }
+  VaskLoadAreaObj* LoadAreaObj(int i) const { return loadAreas_(i); }
+  int THFuncNum() const { return thFuncs_.Num(); }
+  VaskTHFuncObj* THFuncObj(int i) const { return thFuncs_(i); }
+
+  // The drift pair chosen by FindDriftNodes; empty when none was kept.
+  VaskNodeObj* NodeTopObj() const { return nodeTop_; }
+  VaskNodeObj* NodeBotObj() const { return nodeBot_; }
+
+  // Appends a node with `id` = its position + 1, the target's record number for it.
+  // Restraints are U1, U2, U3, R1, R2, R3 from index 0, as the host gives them.
+  VaskNodeObj* AddNode(std::string label, double x, double y, double z,
+                       const DofFlags& restraints);
+  VaskConstraintObj* ConstraintAdd();
+  // Removes the constraint at `position`; later ones move one place down. Nodes may keep
+  // referring to it: it stays alive until Dispose.
+  void ConstraintRemove(int position);
+  VaskFrameReleaseObj* FrameReleaseAdd();
+  VaskFrameObj* AddFrame();
+  VaskAreaObj* AddArea();
+  VaskPropMaterialObj* AddPropMaterial();
+  VaskPropFrameSectObj* AddPropFrameSect();
+  VaskPropFrameSectObj* AddPropEmbedFrameSect();
+  VaskPropAreaSectObj* AddPropAreaSect();
+  VaskLoadPatternObj* AddLoadPattern();
+  VaskLoadNodeObj* AddLoadNode();
+  VaskLoadAreaObj* AddLoadArea();
+  VaskTHFuncObj* AddTHFuncObj();
+
+  // Mass source of the host: 1 element and additional mass, 2 loads, 3 both; and the
+  // patterns with their scale factors, one-based, MassSrcLoadNum of them.
+  int MassSrcOption = 0;
+  int MassSrcLoadNum = 0;
+  OneBasedList<std::string> MassSrcLoadPattern;
+  OneBasedList<double> MassSrcSF;
+
+  // ---- Life cycle ----
+  // Releases the containers in the order nodes, frames, areas, materials, frame sections,
+  // embedded frame sections, area sections, then the others; every count becomes 0.
+  void Dispose();
+  void ReadVaskData(const ReadProgress& progress = {});
+  // The 28 stages in the order ReadVaskData runs them.
+  static std::span<const ReadStage> ReadStages();
+
+  // ---- Look-ups by label ----
+  // The id of the first node with the label, or -1.
+  int NodeIdGet(std::string_view label) const;
+  VaskNodeObj* NodeObjGet(std::string_view label) const;
+  VaskLoadNodeObj* LoadNodeObjGet(std::string_view label) const;
+  VaskTHFuncObj* THFuncObjGet(std::string_view label) const;
+  VaskFrameObj* FrameObjGet(std::string_view label) const;
+  // Searches PropFrameSectObj only, never the embedded-beam sections.
+  VaskPropFrameSectObj* PropFrameSectObjGet(std::string_view label) const;
+  VaskPropMaterialObj* PropMaterialObjGet(std::string_view label) const;
+  VaskLoadPatternObj* LoadPatternObjGet(std::string_view label) const;
+  VaskConstraintObj* ConstraintFind(std::string_view label) const;
+  // Declares that labels already set have been changed; the look-ups rebuild their index.
+  void LabelsChanged();
+
+  // ---- Geometry ----
+  // Area of a 4-noded area from its nodes in stored order (see QuadArea); 0 when NumNodes
+  // is not 4. With `projected`, the area of its plan projection.
+  double AreaObjAreaGet(const VaskAreaObj& area, bool projected) const;
+  // Distance between the frame's end nodes; with `projected`, the plan length.
+  double FrameObjLengthGet(const VaskFrameObj& frame, bool projected) const;
+
+  // Stage 26: sets NodeTopObj and NodeBotObj to the drift pair (see vask_drift_nodes.h),
+  // unless no pair was found or either node is the last node of the model, whose
+  // position is not below NodeNum. Uses the indexed search.
+  void FindDriftNodes();
+  // The same through the literal double loop.
+  void FindDriftNodesLiteral();
+
+ private:
+  // Stage 4: every point of the host, in host order.
+  void ReadNodes();
+  // Stage 25: reads nothing. It keeps its place so that the stage numbers stay those that
+  // the rest of the system cites.
+  void ReadReserved();
+
+  std::vector<DriftPoint> NodePoints() const;
+  void KeepDriftPair(const DriftPair& pair);
+  // The node of a label that must be known; a run-time failure naming `owner` otherwise.
+  const VaskNodeObj& RequiredNode(std::string_view label, std::string_view owner) const;
+
+  HostModel& host_;
+  VaskObjList<VaskNodeObj> nodes_;
+  VaskObjList<VaskConstraintObj> constraints_;
+  VaskObjList<VaskFrameReleaseObj> frameReleases_;
+  VaskObjList<VaskFrameObj> frames_;
+  VaskObjList<VaskAreaObj> areas_;
+  VaskObjList<VaskPropMaterialObj> materials_;
+  VaskObjList<VaskPropFrameSectObj> frameSections_;
+  VaskObjList<VaskPropFrameSectObj> embedFrameSections_;
+  VaskObjList<VaskPropAreaSectObj> areaSections_;
+  VaskObjList<VaskLoadPatternObj> loadPatterns_;
+  VaskObjList<VaskLoadNodeObj> loadNodes_;
+  VaskObjList<VaskLoadAreaObj> loadAreas_;
+  VaskObjList<VaskTHFuncObj> thFuncs_;
+  VaskNodeObj* nodeTop_ = nullptr;
+  VaskNodeObj* nodeBot_ = nullptr;
+};
+
+}  // namespace vtt

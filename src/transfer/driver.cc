@@ -1,0 +1,102 @@
+#include "transfer/driver.h"
+
+#include <array>
+#include <memory>
+
+#include "source/host_model.h"
+#include "source/vask_model.h"
+#include "store/structure_files.h"
+#include "store/trelk_store.h"
+#include "transfer/messages.h"
+
+namespace vtt {
+namespace {
+
+void SetUnits(TransferRun& run) { run.store.SetTrelkUnits(run.host); }
+
+void ReadSourceModel(TransferRun& run) {
+  run.model->ReadVaskData(run.progress.on_read_stage);
+}
+
+// The identification block is the same whatever target version the user chose.
+void SetIdentification(TransferRun& run) {
+  TrelkStore& store = run.store;
+  store.FileIdText = "TRKD";
+  store.VersionText = "4.0";
+  store.VersionNumber = 4;
+  store.ToolCode = 5;
+  store.ProductTag = "TRELK V4";
+  store.ProductName = "TRELK";
+  store.StructureNote.clear();
+  store.SetStructureName(run.structure_name);
+  store.StructureTitle = "Model Transferred";
+  store.StructuresRoot = run.folder;
+}
+
+void InitStore(TransferRun& run) { run.store.InitTrelkStore(); }
+
+void WriteFiles(TransferRun& run) { WriteTrelkStructure(run.store, "TRKD", true, 0, run.messages); }
+
+void DisposeModel(TransferRun& run) { run.model->Dispose(); }
+
+constexpr std::array<TransferStage, 22> kStages = {{
+    {"SetTrelkUnits", &SetUnits},
+    {"ReadVaskData", &ReadSourceModel},
+    {"Identification", &SetIdentification},
+    {"InitTrelkStore", &InitStore},
+    {"FillTrelkNodes", nullptr},
+    {"FillTrelkDiaphragmConstraints", nullptr},
+    {"FillTrelkMaterials", nullptr},
+    {"FillTrelkCrossSections", nullptr},
+    {"FillTrelkReleaseComponents", nullptr},
+    {"FillTrelkFemaComponents", nullptr},
+    {"FillTrelkCompoundComponents", nullptr},
+    {"FillTrelkElements", nullptr},
+    {"FillTrelkNodalMass", nullptr},
+    {"FillTrelkLoadNode", nullptr},
+    {"FillTrelkLoadFrame", nullptr},
+    {"FillTrelkFrames", nullptr},
+    {"FillTrelkSectionCuts", nullptr},
+    {"FillTrelkSelfWeight", nullptr},
+    {"FillTrelkDrift", nullptr},
+    {"FillTrelkLoadCases", nullptr},
+    {"WriteTrelkStructure", &WriteFiles},
+    {"Dispose", &DisposeModel},
+}};
+
+}  // namespace
+
+std::span<const TransferStage> TransferStages() { return kStages; }
+
+void RunTransfer(TransferRun& run) {
+  // The source model lives from its reading to its release, and no longer.
+  VaskModelObj model(run.host);
+  run.model = &model;
+  int number = 0;
+  for (const TransferStage& stage : kStages) {
+    ++number;
+    if (stage.run == nullptr) continue;
+    if (run.progress.on_stage) run.progress.on_stage(number, stage.name);
+    stage.run(run);
+  }
+  run.model = nullptr;
+}
+
+TransformOutcome Transform(HostModel* host, TrelkStore& store, UserMessages& messages,
+                           const std::string& structure_dir, const std::string& structure_name,
+                           const TransferProgress& progress) {
+  if (host == nullptr) {
+    messages.Show({"", "No Model", MessageIcon::Critical});
+    return TransformOutcome::NoModel;
+  }
+  if (host->GetPointCount() < 1) {
+    messages.Show({"", "Empty Model", MessageIcon::Critical});
+    return TransformOutcome::EmptyModel;
+  }
+  TransferRun run{*host, store, messages, structure_dir, structure_name, progress};
+  RunTransfer(run);
+  messages.Show({"", "Transfer Complete", MessageIcon::None});
+  return TransformOutcome::Complete;
+}
+
+}  // namespace vtt

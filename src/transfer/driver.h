@@ -1,0 +1,60 @@
+// The transfer driver: one straight run from the host model to the structure files.
+//
+// `Transform` guards the run (no host, empty model); `RunTransfer` carries it through its
+// fixed stages: units, reading the source model, the identification block, the store's
+// initial state, the fill steps in their fixed order, the files, and the release of the
+// source model. There is no branch and no retry: a failure (TransferFailure, or a failed
+// host call that a stage cannot pass) ends the run and leaves what is on disk.
+#pragma once
+
+#include <functional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace vtt {
+
+class HostModel;
+class TrelkStore;
+class UserMessages;
+class VaskModelObj;
+
+// Called as each stage begins: the stage's name, and for reading stages of the source
+// model, the reading stage's number (1 to 28) and name.
+struct TransferProgress {
+  std::function<void(int stage, std::string_view name)> on_stage;
+  std::function<void(int read_stage, std::string_view name)> on_read_stage;
+};
+
+// Everything one run works on.
+struct TransferRun {
+  HostModel& host;
+  TrelkStore& store;
+  UserMessages& messages;
+  std::string folder;          // the structures folder chosen by the user
+  std::string structure_name;  // as typed
+  TransferProgress progress;
+  VaskModelObj* model = nullptr;  // the source model, alive from stage 2 to stage 22
+};
+
+struct TransferStage {
+  std::string_view name;
+  // Null for a fill step that this build does not carry yet: it is simply not called.
+  void (*run)(TransferRun& run);
+};
+
+// The 22 stages of a transfer, in their fixed order.
+std::span<const TransferStage> TransferStages();
+
+// Runs every stage in order.
+void RunTransfer(TransferRun& run);
+
+enum class TransformOutcome { Complete, NoModel, EmptyModel };
+
+// The guard in front of RunTransfer: "No Model" when there is no host connection, "Empty
+// Model" when the host has no points; otherwise the transfer and "Transfer Complete".
+TransformOutcome Transform(HostModel* host, TrelkStore& store, UserMessages& messages,
+                           const std::string& structure_dir, const std::string& structure_name,
+                           const TransferProgress& progress = {});
+
+}  // namespace vtt
