@@ -3,6 +3,7 @@
 #include <array>
 #include <memory>
 
+#include "elements/fill_trelk_node.h"
 #include "source/host_model.h"
 #include "source/vask_model.h"
 #include "store/structure_files.h"
@@ -35,6 +36,10 @@ void SetIdentification(TransferRun& run) {
 
 void InitStore(TransferRun& run) { run.store.InitTrelkStore(); }
 
+void FillNodes(TransferRun& run) { FillTrelkNodes(*run.model, run.store, run.messages); }
+
+void FillDiaphragms(TransferRun& run) { FillTrelkDiaphragmConstraints(*run.model, run.store); }
+
 void WriteFiles(TransferRun& run) { WriteTrelkStructure(run.store, "TRKD", true, 0, run.messages); }
 
 void DisposeModel(TransferRun& run) { run.model->Dispose(); }
@@ -44,8 +49,8 @@ constexpr std::array<TransferStage, 22> kStages = {{
     {"ReadVaskData", &ReadSourceModel},
     {"Identification", &SetIdentification},
     {"InitTrelkStore", &InitStore},
-    {"FillTrelkNodes", nullptr},
-    {"FillTrelkDiaphragmConstraints", nullptr},
+    {"FillTrelkNodes", &FillNodes},
+    {"FillTrelkDiaphragmConstraints", &FillDiaphragms},
     {"FillTrelkMaterials", nullptr},
     {"FillTrelkCrossSections", nullptr},
     {"FillTrelkReleaseComponents", nullptr},
