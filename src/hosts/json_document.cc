@@ -1,11 +1,11 @@
 #include "hosts/json_document.h"
 
+#include <algorithm>
 #include <cmath>
 #include <iterator>
 #include <limits>
-#include <string>
-
 #include <nlohmann/json.hpp>
+#include <string>
 
 namespace vtt {
 namespace {
@@ -217,14 +217,16 @@ class JsonTreeBuilder {
     std::vector<std::string> segments;
     for (const OpenContainer& container : open_) {
       const JsonNode& node = document_.nodes_[container.node];
+      std::string segment;
       if (node.kind == JsonKind::Array) {
-        if (container.itemsStarted > 0) {
-          segments.push_back("[" + std::to_string(container.itemsStarted - 1) + "]");
-        }
-      } else if (container.lastKey != kNoKey) {
+        if (container.itemsStarted == 0) continue;
+        segment.append("[").append(std::to_string(container.itemsStarted - 1)).append("]");
+      } else {
+        if (container.lastKey == kNoKey) continue;
         const JsonNode& key = document_.nodes_[container.lastKey];
-        segments.push_back("." + std::string(document_.pool_, key.first, key.count));
+        segment.append(".").append(document_.pool_, key.first, key.count);
       }
+      segments.push_back(std::move(segment));
     }
     constexpr std::size_t kKeptAtEachEnd = 4;
     std::string path;
@@ -259,9 +261,9 @@ JsonDocument JsonDocument::Parse(std::string_view text) {
   std::size_t reached = 0;
   JsonTreeBuilder builder(text, &reached, document);
   const char* begin = text.data();
-  const bool parsed = nlohmann::json::sax_parse(
-      CountingIterator(begin, begin, &reached),
-      CountingIterator(begin + text.size(), begin, &reached), &builder);
+  const bool parsed =
+      nlohmann::json::sax_parse(CountingIterator(begin, begin, &reached),
+                                CountingIterator(begin + text.size(), begin, &reached), &builder);
   if (!parsed || builder.failed()) {
     if (builder.failed()) throw builder.error();
     throw JsonSyntaxError(text.size(), "", "not valid JSON");

@@ -36,8 +36,8 @@ class JsonModelHost final : public HostModel {
   int GetPointCoordinates(const std::string& name, double& x, double& y, double& z,
                           const std::string& csys) override;
   int GetPointRestraints(const std::string& name, DofFlags& restraints) override;
-  int GetPointConstraints(const std::string& name, ItemType itemType, int& count,
-                          Names& pointNames, Names& constraintNames) override;
+  int GetPointConstraints(const std::string& name, ItemType itemType, int& count, Names& pointNames,
+                          Names& constraintNames) override;
   int GetPointConnectivity(const std::string& name, int& count, Ints& objectTypes,
                            Names& objectNames, Ints& pointNumbers) override;
 
@@ -48,18 +48,15 @@ class JsonModelHost final : public HostModel {
 
   // ---- Materials ----
   int GetMaterialNameList(int typeFilter, int& count, Names& names) override;
-  int AddDefaultMaterial(const std::string& name, int type, int region,
-                         const std::string& standard, const std::string& grade,
-                         std::string& createdName) override;
+  int AddDefaultMaterial(const std::string& name, int type, int region, const std::string& standard,
+                         const std::string& grade, std::string& createdName) override;
   int GetMaterialType(const std::string& name, int& type, int& symmetry) override;
   int GetMaterialWeightAndMass(const std::string& name, double& weightPerVolume,
                                double& massPerVolume) override;
   int GetIsotropicData(const std::string& name, double& e, double& u, double& a,
                        double& g) override;
-  int GetOrthotropicData(const std::string& name, Reals& e, Reals& u, Reals& a,
-                         Reals& g) override;
-  int GetAnisotropicData(const std::string& name, Reals& e, Reals& u, Reals& a,
-                         Reals& g) override;
+  int GetOrthotropicData(const std::string& name, Reals& e, Reals& u, Reals& a, Reals& g) override;
+  int GetAnisotropicData(const std::string& name, Reals& e, Reals& u, Reals& a, Reals& g) override;
   int GetUniaxialData(const std::string& name, double& e, double& a) override;
   int GetSteelData(const std::string& name, double& fy, double& fu, double& efy,
                    double& efu) override;
@@ -71,10 +68,9 @@ class JsonModelHost final : public HostModel {
 
   // ---- Frame sections ----
   int GetFrameSectionNameList(int& count, Names& names) override;
-  int GetFrameSectionProperties(const std::string& name, double& area, double& as2,
-                                double& as3, double& torsion, double& i22, double& i33,
-                                double& s22, double& s33, double& z22, double& z33,
-                                double& r22, double& r33) override;
+  int GetFrameSectionProperties(const std::string& name, double& area, double& as2, double& as3,
+                                double& torsion, double& i22, double& i33, double& s22, double& s33,
+                                double& z22, double& z33, double& r22, double& r33) override;
   int GetFrameSectionType(const std::string& name, int& type) override;
   int GetNonprismaticSection(const std::string& name, int& count, Names& startSections,
                              Names& endSections) override;
@@ -100,8 +96,8 @@ class JsonModelHost final : public HostModel {
   int GetFrameLocalAngle(const std::string& name, double& angle, bool& advanced) override;
   int GetFrameReleases(const std::string& name, DofFlags& releaseI, DofFlags& releaseJ,
                        DofValues& startValues, DofValues& endValues) override;
-  int GetFrameHinges(const std::string& name, int& count, Ints& a1, Ints& a2, Ints& dofs,
-                     Reals& a4, Reals& a5, Reals& relativeDistances) override;
+  int GetFrameHinges(const std::string& name, int& count, Ints& a1, Ints& a2, Ints& dofs, Reals& a4,
+                     Reals& a5, Reals& relativeDistances) override;
 
   // ---- Areas ----
   int GetAreaNameList(int& count, Names& names) override;
@@ -119,12 +115,11 @@ class JsonModelHost final : public HostModel {
                                Names& frameNames, Names& loadPatterns, Ints& myTypes, Names& csys,
                                Ints& dirs, Reals& rd1, Reals& rd2, Reals& dist1, Reals& dist2,
                                Reals& val1, Reals& val2) override;
-  int GetFramePointLoads(const std::string& name, ItemType itemType, int& count,
-                         Names& frameNames, Names& loadPatterns, Ints& myTypes, Names& csys,
-                         Ints& dirs, Reals& relDist, Reals& dist, Reals& val) override;
-  int GetAreaUniformLoads(const std::string& name, ItemType itemType, int& count,
-                          Names& areaNames, Names& loadPatterns, Names& csys, Ints& dirs,
-                          Reals& values) override;
+  int GetFramePointLoads(const std::string& name, ItemType itemType, int& count, Names& frameNames,
+                         Names& loadPatterns, Ints& myTypes, Names& csys, Ints& dirs,
+                         Reals& relDist, Reals& dist, Reals& val) override;
+  int GetAreaUniformLoads(const std::string& name, ItemType itemType, int& count, Names& areaNames,
+                          Names& loadPatterns, Names& csys, Ints& dirs, Reals& values) override;
   int GetAreaUniformToFrameLoads(const std::string& name, ItemType itemType, int& count,
                                  Names& areaNames, Names& loadPatterns, Names& csys, Ints& dirs,
                                  Reals& values, Ints& distTypes) override;
@@ -139,20 +134,19 @@ class JsonModelHost final : public HostModel {
   int GetFunctionNames(int& count, Names& names) override;
   int GetFunctionType(const std::string& name, int& family, int& kind) override;
   int GetFunctionFromFile(const std::string& name, std::string& fileName, int& headerLines,
-                          int& prefixChars, int& pointsPerLine, int& valueType,
-                          bool& freeFormat, int& fieldWidth, double& dt) override;
-  int GetFunctionPoints(const std::string& name, int& count, Reals& times,
-                        Reals& values) override;
+                          int& prefixChars, int& pointsPerLine, int& valueType, bool& freeFormat,
+                          int& fieldWidth, double& dt) override;
+  int GetFunctionPoints(const std::string& name, int& count, Reals& times, Reals& values) override;
   int GetFunctionPeriodicPoints(const std::string& name, int& cycles, int& count, Reals& times,
                                 Reals& values) override;
   int GetFunctionSine(const std::string& name, double& period, int& stepsPerCycle, int& cycles,
                       double& amplitude) override;
-  int GetFunctionCosine(const std::string& name, double& period, int& stepsPerCycle,
-                        int& cycles, double& amplitude) override;
+  int GetFunctionCosine(const std::string& name, double& period, int& stepsPerCycle, int& cycles,
+                        double& amplitude) override;
   int GetFunctionRamp(const std::string& name, double& time, double& amplitude,
                       double& maxTime) override;
-  int GetFunctionSawtooth(const std::string& name, double& period, double& rampTime,
-                          int& cycles, double& amplitude) override;
+  int GetFunctionSawtooth(const std::string& name, double& period, double& rampTime, int& cycles,
+                          double& amplitude) override;
   int GetFunctionTriangular(const std::string& name, double& period, int& cycles,
                             double& amplitude) override;
 
@@ -178,8 +172,10 @@ class JsonModelHost final : public HostModel {
                         double& ratio1, double& ratio2) override;
 
  private:
-  // Names to the position of their first entry in one list of the model.
-  using NameIndex = std::unordered_map<std::string, std::size_t>;
+  // Names to the position of their first entry in one list of the model. The keys view
+  // the names held by the model, whose lists do not move once read, except the materials,
+  // which AddDefaultMaterial grows and then indexes anew.
+  using NameIndex = std::unordered_map<std::string_view, std::size_t>;
 
   // One object that a point is connected to; `object` indexes frames or areas by `type`.
   struct Connection {
@@ -204,8 +200,7 @@ class JsonModelHost final : public HostModel {
 
   model_file::Model model_;
   NameIndex pointIndex_, frameIndex_, areaIndex_, materialIndex_, frameSectionIndex_,
-      areaSectionIndex_, constraintIndex_, functionIndex_, groupIndex_, caseIndex_,
-      patternIndex_;
+      areaSectionIndex_, constraintIndex_, functionIndex_, groupIndex_, caseIndex_, patternIndex_;
   // The objects connected to point p are connections_[connectionStart_[p] ..
   // connectionStart_[p + 1]), frames first, each kind in file order.
   std::vector<std::size_t> connectionStart_;

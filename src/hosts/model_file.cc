@@ -12,6 +12,7 @@
 #include <cstring>
 #include <memory>
 #include <span>
+#include <stdexcept>
 #include <system_error>
 #include <utility>
 
@@ -135,7 +136,8 @@ class Checker {
       }
       case JsonKind::Array:
         if (node.count == 0) return "an empty array";
-        return "an array of " + std::to_string(node.count) + (node.count == 1 ? " value" : " values");
+        return "an array of " + std::to_string(node.count) +
+               (node.count == 1 ? " value" : " values");
       case JsonKind::Object:
         return "an object";
     }
@@ -217,9 +219,8 @@ class Checker {
 
   std::vector<std::string> Texts(const JsonNode& node, const Path& path,
                                  const std::string& expectation) const {
-    return List(node, path, expectation, [this](const JsonNode& item, const Path& at) {
-      return Text(item, at);
-    });
+    return List(node, path, expectation,
+                [this](const JsonNode& item, const Path& at) { return Text(item, at); });
   }
 
  private:
@@ -238,6 +239,7 @@ class Fields {
   Fields(const Checker& checker, const JsonNode& object, const Path& path,
          const std::string& expectation, std::span<const std::string_view> keys)
       : checker_(checker), object_(object), path_(path), keys_(keys) {
+    if (keys.size() > kMaxKeys) throw std::logic_error("an object kind with too many keys");
     if (object.kind != JsonKind::Object) checker.Expected(object, path, expectation);
     const JsonDocument& document = checker.document();
     for (std::size_t member = 0; member < object.count; ++member) {
@@ -248,7 +250,8 @@ class Fields {
       const auto slot = static_cast<std::size_t>(known - keys.begin());
       if (values_[slot] != nullptr) {
         checker.Fail(keyNode, path.Key(keys[slot]),
-                     "the key \"" + std::string(key) + "\" is given twice in one object (first at " +
+                     "the key \"" + std::string(key) +
+                         "\" is given twice in one object (first at " +
                          checker.Where(*keyNodes_[slot]) + "); expected each key once");
       }
       keyNodes_[slot] = &keyNode;
@@ -311,7 +314,8 @@ class Fields {
   }
   template <std::size_t N>
   std::array<double, N> Reals(std::string_view key) const {
-    return checker_.Reals<N>(Required(key, "an array of " + std::to_string(N) + " numbers"), At(key));
+    return checker_.Reals<N>(Required(key, "an array of " + std::to_string(N) + " numbers"),
+                             At(key));
   }
   template <std::size_t N>
   std::array<double, N> Reals(std::string_view key, const std::array<double, N>& fallback) const {
@@ -324,25 +328,25 @@ class Fields {
     return checker_.Texts(*value, At(key), expectation);
   }
 
-  // An optional array of items of one kind, read with `read(fields-of-item)`; absent
-  // gives an empty list.
+  // An optional array of objects of one kind, named by `itemNoun` ("point"), read with
+  // `read(fields-of-item)`; absent gives an empty list.
   template <class Read>
-  auto List(std::string_view key, const std::string& itemExpectation,
+  auto List(std::string_view key, const std::string& itemNoun,
             std::span<const std::string_view> itemKeys, Read read) const {
     const JsonNode* value = Find(key);
     using Item = decltype(read(std::declval<const Fields&>()));
     if (value == nullptr) return std::vector<Item>{};
-    return ListOf(*value, key, itemExpectation, itemKeys, read);
+    return ListOf(*value, key, itemNoun, itemKeys, read);
   }
 
-  // The same for an array that must be there when its data is to be used at all.
+  // The same for an array whose absence the host operation tells apart from empty.
   template <class Read>
-  auto OptionalList(std::string_view key, const std::string& itemExpectation,
+  auto OptionalList(std::string_view key, const std::string& itemNoun,
                     std::span<const std::string_view> itemKeys, Read read) const {
     const JsonNode* value = Find(key);
     using Item = decltype(read(std::declval<const Fields&>()));
     if (value == nullptr) return std::optional<std::vector<Item>>{};
-    return std::optional<std::vector<Item>>(ListOf(*value, key, itemExpectation, itemKeys, read));
+    return std::optional<std::vector<Item>>(ListOf(*value, key, itemNoun, itemKeys, read));
   }
 
   // An optional nested object read with `read(fields-of-object)`.
@@ -358,18 +362,23 @@ class Fields {
 
  private:
   template <class Read>
-  auto ListOf(const JsonNode& value, std::string_view key, const std::string& itemExpectation,
+  auto ListOf(const JsonNode& value, std::string_view key, const std::string& itemNoun,
               std::span<const std::string_view> itemKeys, Read read) const {
     const Path at = At(key);
-    return checker_.List(value, at, "an array of " + itemExpectation + "s",
+    const std::string article =
+        std::string_view("aeiou").find(itemNoun.front()) == std::string_view::npos ? "a " : "an ";
+    const std::string itemExpectation = "an object (" + article + itemNoun + ")";
+    return checker_.List(value, at, "an array of " + itemNoun + "s",
                          [&](const JsonNode& item, const Path& itemPath) {
-                           return read(Fields(checker_, item, itemPath,
-                                              "an object (" + itemExpectation + ")", itemKeys));
+                           return read(Fields(checker_, item, itemPath, itemExpectation, itemKeys));
                          });
   }
 
+  // The reading code asks only for keys of the object's own kind.
   std::size_t Slot(std::string_view key) const {
-    return static_cast<std::size_t>(std::find(keys_.begin(), keys_.end(), key) - keys_.begin());
+    const auto known = std::find(keys_.begin(), keys_.end(), key);
+    if (known == keys_.end()) throw std::logic_error("a key read that the object kind lacks");
+    return static_cast<std::size_t>(known - keys_.begin());
   }
 
   [[noreturn]] void RefuseUnknown(const JsonNode& keyNode, std::string_view key) const {
@@ -412,8 +421,9 @@ constexpr std::string_view kConcreteKeys[] = {"fc"};
 
 // A default_materials entry takes the keys of a material but its name and type.
 constexpr std::string_view kMaterialKeys[] = {
-    "name", "type", "symmetry", "weight_per_volume", "mass_per_volume", "isotropic",
-    "orthotropic", "anisotropic", "uniaxial", "steel", "rebar", "concrete", "stress_strain"};
+    "name",      "type",        "symmetry",     "weight_per_volume", "mass_per_volume",
+    "isotropic", "orthotropic", "anisotropic",  "uniaxial",          "steel",
+    "rebar",     "concrete",    "stress_strain"};
 constexpr std::span<const std::string_view> kMaterialPropertyKeys(kMaterialKeys + 2, 11);
 
 Strengths ReadStrengths(const Fields& f) {
@@ -425,11 +435,10 @@ MaterialProperties ReadMaterialProperties(const Fields& f) {
   p.symmetry = f.Integer("symmetry", host_code::kSymmetryIsotropic, Codes(0, 3));
   p.weightPerVolume = f.Real("weight_per_volume", 0);
   p.massPerVolume = f.Real("mass_per_volume", 0);
-  p.isotropic = f.OptionalObject("isotropic", "an object {E, U, A, G}", kIsotropicKeys,
-                                 [](const Fields& set) {
-                                   return Isotropic{set.Real("E"), set.Real("U"), set.Real("A"),
-                                                    set.Real("G")};
-                                 });
+  p.isotropic = f.OptionalObject(
+      "isotropic", "an object {E, U, A, G}", kIsotropicKeys, [](const Fields& set) {
+        return Isotropic{set.Real("E"), set.Real("U"), set.Real("A"), set.Real("G")};
+      });
   p.orthotropic = f.OptionalObject("orthotropic", "an object {E[3], U[3], A[3], G[3]}",
                                    kIsotropicKeys, [](const Fields& set) {
                                      return Orthotropic{set.Reals<3>("E"), set.Reals<3>("U"),
@@ -440,23 +449,21 @@ MaterialProperties ReadMaterialProperties(const Fields& f) {
                                      return Anisotropic{set.Reals<3>("E"), set.Reals<15>("U"),
                                                         set.Reals<6>("A"), set.Reals<3>("G")};
                                    });
-  p.uniaxial = f.OptionalObject("uniaxial", "an object {E, A}", kUniaxialKeys,
-                                [](const Fields& set) {
-                                  return Uniaxial{set.Real("E"), set.Real("A")};
-                                });
-  p.steel = f.OptionalObject("steel", "an object {Fy, Fu, eFy, eFu}", kStrengthKeys,
-                             ReadStrengths);
-  p.rebar = f.OptionalObject("rebar", "an object {Fy, Fu, eFy, eFu}", kStrengthKeys,
-                             ReadStrengths);
+  p.uniaxial =
+      f.OptionalObject("uniaxial", "an object {E, A}", kUniaxialKeys, [](const Fields& set) {
+        return Uniaxial{set.Real("E"), set.Real("A")};
+      });
+  p.steel = f.OptionalObject("steel", "an object {Fy, Fu, eFy, eFu}", kStrengthKeys, ReadStrengths);
+  p.rebar = f.OptionalObject("rebar", "an object {Fy, Fu, eFy, eFu}", kStrengthKeys, ReadStrengths);
   p.concreteFc = f.OptionalObject("concrete", "an object {fc}", kConcreteKeys,
                                   [](const Fields& set) { return set.Real("fc"); });
   if (const JsonNode* curve = f.Find("stress_strain")) {
-    p.stressStrain = f.checker().List(
-        *curve, f.At("stress_strain"), "an array of [strain, stress] pairs",
-        [&f](const JsonNode& item, const Path& at) {
-          const auto pair = f.checker().Reals<2>(item, at);
-          return CurvePoint{pair[0], pair[1]};
-        });
+    p.stressStrain =
+        f.checker().List(*curve, f.At("stress_strain"), "an array of [strain, stress] pairs",
+                         [&f](const JsonNode& item, const Path& at) {
+                           const auto pair = f.checker().Reals<2>(item, at);
+                           return CurvePoint{pair[0], pair[1]};
+                         });
   }
   return p;
 }
@@ -501,20 +508,19 @@ FrameSection ReadFrameSection(const Fields& f) {
     }
   }
   section.rebarDesign = f.OptionalInteger("rebar_design", Codes(1, 2));
-  section.segments = f.OptionalList("segments", "a segment {start, end}", kSegmentKeys,
-                                    [](const Fields& segment) {
-                                      return NonprismaticSegment{segment.Text("start"),
-                                                                 segment.Text("end")};
-                                    });
+  section.segments = f.OptionalList("segments", "segment", kSegmentKeys, [](const Fields& segment) {
+    return NonprismaticSegment{segment.Text("start"), segment.Text("end")};
+  });
   return section;
 }
 
 constexpr std::string_view kLayerKeys[] = {
-    "name", "distance", "thickness", "type", "integration_points", "material",
-    "material_angle", "S11", "S22", "S12"};
+    "name",     "distance",       "thickness", "type", "integration_points",
+    "material", "material_angle", "S11",       "S22",  "S12"};
 constexpr std::string_view kAreaSectionKeys[] = {
-    "name", "type", "shell_type", "drilling_dof", "material", "material_angle",
-    "membrane_thickness", "bending_thickness", "layers"};
+    "name",     "type",           "shell_type",         "drilling_dof",
+    "material", "material_angle", "membrane_thickness", "bending_thickness",
+    "layers"};
 
 ShellLayer ReadLayer(const Fields& f) {
   ShellLayer layer;
@@ -541,15 +547,15 @@ AreaSection ReadAreaSection(const Fields& f) {
   section.materialAngle = f.Real("material_angle", 0);
   section.membraneThickness = f.Real("membrane_thickness", 0);
   section.bendingThickness = f.Real("bending_thickness", 0);
-  section.layers = f.List("layers", "a layer", kLayerKeys, ReadLayer);
+  section.layers = f.List("layers", "layer", kLayerKeys, ReadLayer);
   return section;
 }
 
 // ---- Points and constraints ----
 
 constexpr std::string_view kPointForceKeys[] = {"pattern", "csys", "step", "values"};
-constexpr std::string_view kPointKeys[] = {"name",        "x",    "y",     "z",
-                                           "restraints",  "constraints", "mass", "forces"};
+constexpr std::string_view kPointKeys[] = {"name",       "x",           "y",    "z",
+                                           "restraints", "constraints", "mass", "forces"};
 
 Point ReadPoint(const Fields& f) {
   Point point;
@@ -560,7 +566,7 @@ Point ReadPoint(const Fields& f) {
   point.restraints = f.Flags("restraints");
   point.constraints = f.Texts("constraints", "an array of constraint names");
   point.mass = f.Reals<6>("mass", DofValues{});
-  point.forces = f.List("forces", "a point force", kPointForceKeys, [](const Fields& force) {
+  point.forces = f.List("forces", "point force", kPointForceKeys, [](const Fields& force) {
     return PointForce{force.Text("pattern"), force.Text("csys", "GLOBAL"),
                       force.Integer("step", 0, kAnyInteger), force.Reals<6>("values")};
   });
@@ -581,9 +587,9 @@ constexpr std::string_view kHingeKeys[] = {"dof", "relative_distance"};
 constexpr std::string_view kDistributedLoadKeys[] = {"pattern", "type", "csys", "dir",
                                                      "rd1",     "rd2",  "val1", "val2"};
 constexpr std::string_view kFramePointLoadKeys[] = {"pattern", "type", "csys", "dir", "rd", "val"};
-constexpr std::string_view kFrameKeys[] = {"name",    "section",         "i",
-                                           "j",       "angle",           "releases",
-                                           "hinges",  "mass_per_length", "distributed_loads",
+constexpr std::string_view kFrameKeys[] = {"name",       "section",         "i",
+                                           "j",          "angle",           "releases",
+                                           "hinges",     "mass_per_length", "distributed_loads",
                                            "point_loads"};
 
 Frame ReadFrame(const Fields& f) {
@@ -600,34 +606,37 @@ Frame ReadFrame(const Fields& f) {
     frame.releaseI = ends.Flags("i");
     frame.releaseJ = ends.Flags("j");
   }
-  frame.hinges = f.List("hinges", "a hinge {dof, relative_distance}", kHingeKeys,
-                        [](const Fields& hinge) {
-                          return Hinge{hinge.Integer("dof", kAnyInteger),
-                                       hinge.Real("relative_distance")};
-                        });
+  frame.hinges = f.List("hinges", "hinge", kHingeKeys, [](const Fields& hinge) {
+    return Hinge{hinge.Integer("dof", kAnyInteger), hinge.Real("relative_distance")};
+  });
   frame.massPerLength = f.Real("mass_per_length", 0);
-  frame.distributedLoads = f.List(
-      "distributed_loads", "a distributed load", kDistributedLoadKeys, [](const Fields& load) {
-        return DistributedLoad{load.Text("pattern"),        load.Integer("type", 1, Codes(1, 2)),
-                               load.Text("csys", "GLOBAL"), load.Integer("dir", kAnyInteger),
-                               load.Real("rd1"),            load.Real("rd2"),
-                               load.Real("val1"),           load.Real("val2")};
+  frame.distributedLoads =
+      f.List("distributed_loads", "distributed load", kDistributedLoadKeys, [](const Fields& load) {
+        return DistributedLoad{load.Text("pattern"),
+                               load.Integer("type", 1, Codes(1, 2)),
+                               load.Text("csys", "GLOBAL"),
+                               load.Integer("dir", kAnyInteger),
+                               load.Real("rd1"),
+                               load.Real("rd2"),
+                               load.Real("val1"),
+                               load.Real("val2")};
       });
-  frame.pointLoads = f.List("point_loads", "a point load", kFramePointLoadKeys,
-                            [](const Fields& load) {
-                              return FramePointLoad{load.Text("pattern"),
-                                                    load.Integer("type", 1, Codes(1, 2)),
-                                                    load.Text("csys", "GLOBAL"),
-                                                    load.Integer("dir", kAnyInteger),
-                                                    load.Real("rd"), load.Real("val")};
-                            });
+  frame.pointLoads =
+      f.List("point_loads", "point load", kFramePointLoadKeys, [](const Fields& load) {
+        return FramePointLoad{load.Text("pattern"),
+                              load.Integer("type", 1, Codes(1, 2)),
+                              load.Text("csys", "GLOBAL"),
+                              load.Integer("dir", kAnyInteger),
+                              load.Real("rd"),
+                              load.Real("val")};
+      });
   return frame;
 }
 
 constexpr std::string_view kAreaLoadKeys[] = {"pattern", "csys", "dir", "value", "dist_type"};
 constexpr std::span<const std::string_view> kUniformLoadKeys(kAreaLoadKeys, 4);
-constexpr std::string_view kAreaKeys[] = {"name",          "section",       "points",
-                                          "mass_per_area", "uniform_loads", "uniform_to_frame_loads"};
+constexpr std::string_view kAreaKeys[] = {
+    "name", "section", "points", "mass_per_area", "uniform_loads", "uniform_to_frame_loads"};
 
 Area ReadArea(const Fields& f) {
   Area area;
@@ -640,13 +649,13 @@ Area ReadArea(const Fields& f) {
   }
   area.points = f.Texts("points", expectation);
   area.massPerArea = f.Real("mass_per_area", 0);
-  area.uniformLoads = f.List("uniform_loads", "a uniform load", kUniformLoadKeys,
-                             [](const Fields& load) {
-                               return AreaLoad{load.Text("pattern"), load.Text("csys", "GLOBAL"),
-                                               load.Integer("dir", kAnyInteger), load.Real("value")};
-                             });
+  area.uniformLoads =
+      f.List("uniform_loads", "uniform load", kUniformLoadKeys, [](const Fields& load) {
+        return AreaLoad{load.Text("pattern"), load.Text("csys", "GLOBAL"),
+                        load.Integer("dir", kAnyInteger), load.Real("value")};
+      });
   area.uniformToFrameLoads = f.List(
-      "uniform_to_frame_loads", "a uniform load to frames", kAreaLoadKeys, [](const Fields& load) {
+      "uniform_to_frame_loads", "uniform-to-frame load", kAreaLoadKeys, [](const Fields& load) {
         return AreaLoad{load.Text("pattern"), load.Text("csys", "GLOBAL"),
                         load.Integer("dir", kAnyInteger), load.Real("value"),
                         load.Integer("dist_type", 2, Codes(1, 2))};
@@ -669,19 +678,18 @@ constexpr std::string_view kMassSourceKeys[] = {"option", "loads"};
 MassSource ReadMassSource(const Fields& f) {
   MassSource source;
   source.option = f.Integer("option", 1, Codes(1, 3));
-  source.loads = f.List("loads", "a mass source load {pattern, factor}", kMassSourceLoadKeys,
-                        [](const Fields& load) {
-                          return MassSourceLoad{load.Text("pattern"), load.Real("factor")};
-                        });
+  source.loads = f.List("loads", "mass source load", kMassSourceLoadKeys, [](const Fields& load) {
+    return MassSourceLoad{load.Text("pattern"), load.Real("factor")};
+  });
   return source;
 }
 
 constexpr std::string_view kFunctionFileKeys[] = {
-    "path", "header_lines", "prefix_chars", "points_per_line", "value_type", "free_format",
-    "field_width", "dt"};
+    "path",       "header_lines", "prefix_chars", "points_per_line",
+    "value_type", "free_format",  "field_width",  "dt"};
 constexpr std::string_view kFunctionKeys[] = {
-    "name", "family", "kind", "file", "points", "period", "steps_per_cycle", "cycles",
-    "amplitude", "time", "max_time", "ramp_time"};
+    "name",   "family",    "kind", "file",     "points",   "period", "steps_per_cycle",
+    "cycles", "amplitude", "time", "max_time", "ramp_time"};
 
 Function ReadFunction(const Fields& f, const std::filesystem::path& baseFolder) {
   Function function;
@@ -703,12 +711,11 @@ Function ReadFunction(const Fields& f, const std::filesystem::path& baseFolder) 
         return data;
       });
   if (const JsonNode* points = f.Find("points")) {
-    function.points = f.checker().List(
-        *points, f.At("points"), "an array of [time, value] pairs",
-        [&f](const JsonNode& item, const Path& at) {
-          const auto pair = f.checker().Reals<2>(item, at);
-          return FunctionPoint{pair[0], pair[1]};
-        });
+    function.points = f.checker().List(*points, f.At("points"), "an array of [time, value] pairs",
+                                       [&f](const JsonNode& item, const Path& at) {
+                                         const auto pair = f.checker().Reals<2>(item, at);
+                                         return FunctionPoint{pair[0], pair[1]};
+                                       });
   }
   function.period = f.OptionalReal("period");
   function.stepsPerCycle = f.OptionalInteger("steps_per_cycle", kAnyInteger);
@@ -726,16 +733,15 @@ constexpr std::string_view kGroupKeys[] = {"name", "assignments"};
 Group ReadGroup(const Fields& f) {
   Group group;
   group.name = f.Text("name");
-  group.assignments = f.List("assignments", "an assignment {type, name}", kAssignmentKeys,
-                             [](const Fields& assignment) {
-                               return GroupAssignment{assignment.Integer("type", Codes(1, 7)),
-                                                      assignment.Text("name")};
-                             });
+  group.assignments =
+      f.List("assignments", "assignment", kAssignmentKeys, [](const Fields& assignment) {
+        return GroupAssignment{assignment.Integer("type", Codes(1, 7)), assignment.Text("name")};
+      });
   return group;
 }
 
-constexpr std::string_view kLoadApplicationKeys[] = {
-    "control", "displacement_type", "displacement", "monitored_dof", "monitored_point"};
+constexpr std::string_view kLoadApplicationKeys[] = {"control", "displacement_type", "displacement",
+                                                     "monitored_dof", "monitored_point"};
 constexpr std::string_view kCaseLoadKeys[] = {"type", "name", "factor", "function", "time_factor"};
 constexpr std::string_view kTimeStepKeys[] = {"steps", "size"};
 constexpr std::string_view kDampingKeys[] = {"type", "mass_coefficient", "stiffness_coefficient",
@@ -764,23 +770,21 @@ LoadCase ReadLoadCase(const Fields& f) {
   loadCase.name = f.Text("name");
   loadCase.type = f.Integer("type", kAnyInteger);
   loadCase.loadApplication =
-      f.OptionalObject("load_application", "an object {control, displacement_type, ...}",
-                       kLoadApplicationKeys,
-                       [](const Fields& application) {
-                         return LoadApplication{
-                             application.Integer("control", 1, Codes(1, 2)),
-                             application.Integer("displacement_type", 1, kAnyInteger),
-                             application.Real("displacement", 0),
-                             application.Integer("monitored_dof", 1, Codes(1, 6)),
-                             application.Text("monitored_point", "")};
-                       })
+      f.OptionalObject(
+           "load_application", "an object {control, displacement_type, ...}", kLoadApplicationKeys,
+           [](const Fields& application) {
+             return LoadApplication{application.Integer("control", 1, Codes(1, 2)),
+                                    application.Integer("displacement_type", 1, kAnyInteger),
+                                    application.Real("displacement", 0),
+                                    application.Integer("monitored_dof", 1, Codes(1, 6)),
+                                    application.Text("monitored_point", "")};
+           })
           .value_or(LoadApplication{});
-  loadCase.loads = f.List("loads", "a case load {type, name, ...}", kCaseLoadKeys, ReadCaseLoad);
-  loadCase.timeStep = f.OptionalObject("time_step", "an object {steps, size}", kTimeStepKeys,
-                                       [](const Fields& step) {
-                                         return TimeStep{step.Integer("steps", kAnyInteger),
-                                                         step.Real("size")};
-                                       });
+  loadCase.loads = f.List("loads", "case load", kCaseLoadKeys, ReadCaseLoad);
+  loadCase.timeStep = f.OptionalObject(
+      "time_step", "an object {steps, size}", kTimeStepKeys, [](const Fields& step) {
+        return TimeStep{step.Integer("steps", kAnyInteger), step.Real("size")};
+      });
   loadCase.damping = f.OptionalObject(
       "damping", "an object {type, mass_coefficient, ...}", kDampingKeys, [](const Fields& d) {
         return Damping{d.Integer("type", Codes(1, 3)), d.Real("mass_coefficient", 0),
@@ -793,10 +797,10 @@ LoadCase ReadLoadCase(const Fields& f) {
 // ---- The top level ----
 
 constexpr std::string_view kTopKeys[] = {
-    "format",    "version",     "units",         "materials",  "frame_sections",
-    "area_sections", "points",  "constraints",   "frames",     "areas",
-    "load_patterns", "mass_source", "functions", "groups",     "load_cases",
-    "default_materials"};
+    "format",         "version",       "units",         "materials",
+    "frame_sections", "area_sections", "points",        "constraints",
+    "frames",         "areas",         "load_patterns", "mass_source",
+    "functions",      "groups",        "load_cases",    "default_materials"};
 constexpr std::string_view kFormatName = "vask-model";
 constexpr int kFormatVersion = 1;
 
@@ -814,16 +818,18 @@ void CheckFormatAndVersion(const Checker& checker, const JsonNode& root) {
   const Path top;
   const std::string formatExpectation = "\"" + std::string(kFormatName) + "\"";
   if (format == nullptr) {
-    checker.Fail(root, top, "the required key \"format\" is missing; expected \"format\": " +
-                                formatExpectation);
+    checker.Fail(
+        root, top,
+        "the required key \"format\" is missing; expected \"format\": " + formatExpectation);
   }
   if (format->kind != JsonKind::String || document.text(*format) != kFormatName) {
     checker.Expected(*format, top.Key("format"), formatExpectation);
   }
   const std::string versionExpectation = std::to_string(kFormatVersion);
   if (version == nullptr) {
-    checker.Fail(root, top, "the required key \"version\" is missing; expected \"version\": " +
-                                versionExpectation);
+    checker.Fail(
+        root, top,
+        "the required key \"version\" is missing; expected \"version\": " + versionExpectation);
   }
   const bool isNumber = version->kind == JsonKind::Integer || version->kind == JsonKind::Real;
   if (!isNumber || version->number != kFormatVersion) {
@@ -865,36 +871,35 @@ Model ReadModel(std::string_view text, const std::string& displayName,
 
   Model model;
   model.units = f.Integer("units", Codes(1, 16));
-  model.materials = f.List("materials", "a material", kMaterialKeys, ReadMaterial);
+  model.materials = f.List("materials", "material", kMaterialKeys, ReadMaterial);
   if (const JsonNode* defaults = f.Find("default_materials")) {
     const Path at = f.At("default_materials");
     model.defaultMaterials = ReadDefaultMaterials(
         Fields(checker, *defaults, at, "an object {concrete, steel, rebar}", kDefaultMaterialKeys));
   }
   model.frameSections =
-      f.List("frame_sections", "a frame section", kFrameSectionKeys, ReadFrameSection);
-  model.areaSections = f.List("area_sections", "an area section", kAreaSectionKeys, ReadAreaSection);
-  model.points = f.List("points", "a point", kPointKeys, ReadPoint);
-  model.constraints = f.List("constraints", "a constraint", kConstraintKeys, ReadConstraint);
-  model.frames = f.List("frames", "a frame", kFrameKeys, ReadFrame);
-  model.areas = f.List("areas", "an area", kAreaKeys, ReadArea);
-  model.loadPatterns = f.List("load_patterns", "a load pattern", kLoadPatternKeys, ReadLoadPattern);
-  model.massSource = f.OptionalObject("mass_source", "an object {option, loads}", kMassSourceKeys,
-                                      ReadMassSource)
-                         .value_or(MassSource{});
-  model.functions = f.List("functions", "a function", kFunctionKeys,
-                           [&baseFolder](const Fields& function) {
-                             return ReadFunction(function, baseFolder);
-                           });
-  model.groups = f.List("groups", "a group", kGroupKeys, ReadGroup);
-  model.loadCases = f.List("load_cases", "a load case", kLoadCaseKeys, ReadLoadCase);
+      f.List("frame_sections", "frame section", kFrameSectionKeys, ReadFrameSection);
+  model.areaSections = f.List("area_sections", "area section", kAreaSectionKeys, ReadAreaSection);
+  model.points = f.List("points", "point", kPointKeys, ReadPoint);
+  model.constraints = f.List("constraints", "constraint", kConstraintKeys, ReadConstraint);
+  model.frames = f.List("frames", "frame", kFrameKeys, ReadFrame);
+  model.areas = f.List("areas", "area", kAreaKeys, ReadArea);
+  model.loadPatterns = f.List("load_patterns", "load pattern", kLoadPatternKeys, ReadLoadPattern);
+  model.massSource =
+      f.OptionalObject("mass_source", "an object {option, loads}", kMassSourceKeys, ReadMassSource)
+          .value_or(MassSource{});
+  model.functions =
+      f.List("functions", "function", kFunctionKeys,
+             [&baseFolder](const Fields& function) { return ReadFunction(function, baseFolder); });
+  model.groups = f.List("groups", "group", kGroupKeys, ReadGroup);
+  model.loadCases = f.List("load_cases", "load case", kLoadCaseKeys, ReadLoadCase);
   return model;
 }
 
 std::string ReadFileText(const std::filesystem::path& file) {
   const auto refuse = [&file](int error) {
-    return ModelFileError(file.string() + ": cannot read the model file: " +
-                          std::generic_category().message(error));
+    return ModelFileError(
+        file.string() + ": cannot read the model file: " + std::generic_category().message(error));
   };
   std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(std::fopen(file.c_str(), "rb"),
                                                          &std::fclose);

@@ -7,18 +7,14 @@
 
 #include "source/host_model.h"
 
-namespace vtt::testing {
+namespace vtt::test_support {
 
 class FakeHostModel : public HostModel {
  public:
   static constexpr int kFailed = 1;
 
-  int GetPresentUnits() override {
-    return 0;
-  }
-  int GetPointCount() override {
-    return 0;
-  }
+  int GetPresentUnits() override { return 0; }
+  int GetPointCount() override { return 0; }
   int GetPointNameList(int& count, Names& names) override {
     count = 0;
     names.clear();
@@ -528,4 +524,4 @@ class FakeHostModel : public HostModel {
   }
 };
 
-}  // namespace vtt::testing
+}  // namespace vtt::test_support

@@ -92,7 +92,7 @@ class BottomGrid {
   double cellSize_ = 1.0;
   int numX_ = 1;
   int numY_ = 1;
-  std::vector<Member> members_;    // by cell, and by position within a cell
+  std::vector<Member> members_;     // by cell, and by position within a cell
   std::vector<std::size_t> start_;  // members of cell c: [start_[c], start_[c + 1])
   std::vector<Box> boxes_;
 };
@@ -177,11 +177,9 @@ int BottomGrid::CellOf(double coordinate, double origin, int lowest, int highest
       std::clamp(cell, static_cast<double>(lowest), static_cast<double>(highest)));
 }
 
-void BottomGrid::SearchCell(int cellX, int cellY, double x, double y,
-                            Nearest& nearest) const {
-  const std::size_t cell =
-      static_cast<std::size_t>(cellY) * static_cast<std::size_t>(numX_) +
-      static_cast<std::size_t>(cellX);
+void BottomGrid::SearchCell(int cellX, int cellY, double x, double y, Nearest& nearest) const {
+  const std::size_t cell = static_cast<std::size_t>(cellY) * static_cast<std::size_t>(numX_) +
+                           static_cast<std::size_t>(cellX);
   if (start_[cell] == start_[cell + 1]) return;
   if (!nearest.MayImprove(LowerBound(boxes_[cell], x, y))) return;
   for (std::size_t i = start_[cell]; i < start_[cell + 1]; ++i) {
@@ -202,8 +200,7 @@ void BottomGrid::Search(double x, double y, Nearest& nearest) const {
   // bound below stays a lower bound.
   const int queryX = CellOf(x, bounds_.minX, -1, numX_);
   const int queryY = CellOf(y, bounds_.minY, -1, numY_);
-  const int lastRing =
-      std::max({queryX, numX_ - 1 - queryX, queryY, numY_ - 1 - queryY});
+  const int lastRing = std::max({queryX, numX_ - 1 - queryX, queryY, numY_ - 1 - queryY});
   for (int ring = 0; ring <= lastRing; ++ring) {
     // A node in ring r is more than (r - 1) cells away in plan, less the rounding of its
     // cell index and the query's; (r - 2) cells leave a whole cell for that rounding.

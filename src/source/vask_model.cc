@@ -32,11 +32,11 @@ std::span<const VaskModelObj::ReadStage> VaskModelObj::ReadStages() {
   // The order is fixed: a stage may rely on every stage above it, and the rest of the
   // system cites stages by these numbers.
   static constexpr std::array<ReadStage, 28> kStages{{
-      {"ReadPropMaterials", nullptr},
+      {"ReadPropMaterials", &VaskModelObj::ReadPropMaterials},
       {"ReadPropFrameSections", nullptr},
       {"ReadPropAreaSections", nullptr},
       {"ReadNodes", &VaskModelObj::ReadNodes},
-      {"ReadConstraints", nullptr},
+      {"ReadConstraints", &VaskModelObj::ReadConstraints},
       {"ReadFrames", nullptr},
       {"ReadFrameReleases", nullptr},
       {"ReadAreas", nullptr},
@@ -109,14 +109,15 @@ VaskNodeObj* VaskModelObj::AddNode(std::string label, double x, double y, double
 
 VaskConstraintObj* VaskModelObj::ConstraintAdd() { return constraints_.Add(); }
 void VaskModelObj::ConstraintRemove(int position) { constraints_.Remove(position); }
+void VaskModelObj::ConstraintRemoveWhere(const std::function<bool(int position)>& removed) {
+  constraints_.RemoveWhere(removed);
+}
 VaskFrameReleaseObj* VaskModelObj::FrameReleaseAdd() { return frameReleases_.Add(); }
 VaskFrameObj* VaskModelObj::AddFrame() { return frames_.Add(); }
 VaskAreaObj* VaskModelObj::AddArea() { return areas_.Add(); }
 VaskPropMaterialObj* VaskModelObj::AddPropMaterial() { return materials_.Add(); }
 VaskPropFrameSectObj* VaskModelObj::AddPropFrameSect() { return frameSections_.Add(); }
-VaskPropFrameSectObj* VaskModelObj::AddPropEmbedFrameSect() {
-  return embedFrameSections_.Add();
-}
+VaskPropFrameSectObj* VaskModelObj::AddPropEmbedFrameSect() { return embedFrameSections_.Add(); }
 VaskPropAreaSectObj* VaskModelObj::AddPropAreaSect() { return areaSections_.Add(); }
 VaskLoadPatternObj* VaskModelObj::AddLoadPattern() { return loadPatterns_.Add(); }
 VaskLoadNodeObj* VaskModelObj::AddLoadNode() { return loadNodes_.Add(); }
@@ -159,9 +160,7 @@ VaskTHFuncObj* VaskModelObj::THFuncObjGet(std::string_view label) const {
   return thFuncs_.Get(label);
 }
 
-VaskFrameObj* VaskModelObj::FrameObjGet(std::string_view label) const {
-  return frames_.Get(label);
-}
+VaskFrameObj* VaskModelObj::FrameObjGet(std::string_view label) const { return frames_.Get(label); }
 
 VaskPropFrameSectObj* VaskModelObj::PropFrameSectObjGet(std::string_view label) const {
   return frameSections_.Get(label);
@@ -244,8 +243,7 @@ void VaskModelObj::KeepDriftPair(const DriftPair& pair) {
   nodeBot_ = nullptr;
   // Positions are places in NodeObj and both bounds are strict: the last node of the model
   // can be neither end of the pair. That is the rule, not a slip to correct.
-  if (!pair.Found() || !(pair.top < NodeNum()) || pair.bottom < 1 ||
-      !(pair.bottom < NodeNum())) {
+  if (!pair.Found() || !(pair.top < NodeNum()) || pair.bottom < 1 || !(pair.bottom < NodeNum())) {
     return;
   }
   nodeTop_ = nodes_(pair.top);

@@ -44,7 +44,8 @@ double QuadArea(const std::array<double, 4>& x, const std::array<double, 4>& y,
 
 class VaskModelObj {
  public:
-  // One stage of ReadVaskData. A stage not yet built has no function and is not called.
+  // One stage of ReadVaskData: its name, and its function; ReadVaskData skips an entry
+  // without one.
   struct ReadStage {
     std::string_view name;
     void (VaskModelObj::*run)();
@@ -91,12 +92,13 @@ class VaskModelObj {
 
   // Appends a node with `id` = its position + 1, the target's record number for it.
   // Restraints are U1, U2, U3, R1, R2, R3 from index 0, as the host gives them.
-  VaskNodeObj* AddNode(std::string label, double x, double y, double z,
-                       const DofFlags& restraints);
+  VaskNodeObj* AddNode(std::string label, double x, double y, double z, const DofFlags& restraints);
   VaskConstraintObj* ConstraintAdd();
   // Removes the constraint at `position`; later ones move one place down. Nodes may keep
   // referring to it: it stays alive until Dispose.
   void ConstraintRemove(int position);
+  // Removes every constraint whose position satisfies `removed`, in one pass.
+  void ConstraintRemoveWhere(const std::function<bool(int position)>& removed);
   VaskFrameReleaseObj* FrameReleaseAdd();
   VaskFrameObj* AddFrame();
   VaskAreaObj* AddArea();
@@ -154,8 +156,14 @@ class VaskModelObj {
   void FindDriftNodesLiteral();
 
  private:
+  // Stage 1 (vask_model_materials.cc): makes sure the host has a concrete, a steel and a
+  // rebar material, then reads every material of those three types.
+  void ReadPropMaterials();
   // Stage 4: every point of the host, in host order.
   void ReadNodes();
+  // Stage 5 (vask_model_constraints.cc): the host's rigid diaphragms with a normal along
+  // Z, without those that hold a support, merged where they share nodes.
+  void ReadConstraints();
   // Stage 25: reads nothing. It keeps its place so that the stage numbers stay those that
   // the rest of the system cites.
   void ReadReserved();

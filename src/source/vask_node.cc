@@ -19,9 +19,7 @@ std::unordered_set<int> MemberIds(const VaskConstraintObj& constraint) {
 
 }  // namespace
 
-void VaskNodeObj::AddConstraintRef(VaskConstraintObj* constraint) {
-  ConstraintObj.Add(constraint);
-}
+void VaskNodeObj::AddConstraintRef(VaskConstraintObj* constraint) { ConstraintObj.Add(constraint); }
 
 bool VaskNodeObj::IsSupport() const {
   for (const bool restrained : IsRestrained) {

@@ -51,6 +51,24 @@ class VaskObjList {
     return items_.back().get();
   }
 
+  // Removes, in one pass, every object whose position (before the removal) satisfies
+  // `removed`; the others keep their order, as one Remove after another would leave them.
+  template <class Removed>
+  void RemoveWhere(Removed removed) {
+    std::size_t kept = 0;
+    for (std::size_t slot = 0; slot < items_.size(); ++slot) {
+      if (removed(static_cast<int>(slot) + 1)) {
+        removed_.push_back(std::move(items_[slot]));
+      } else {
+        items_[kept++] = std::move(items_[slot]);
+      }
+    }
+    if (kept != items_.size()) {
+      items_.resize(kept);
+      stale_ = true;
+    }
+  }
+
   // Removes the object at `position`; later objects move one place down.
   void Remove(int position) {
     const auto slot = items_.begin() + static_cast<std::ptrdiff_t>(Slot(position));
@@ -90,7 +108,6 @@ class VaskObjList {
     const int position = Find(label);
     return position == 0 ? nullptr : (*this)(position);
   }
-
 
  private:
   struct LabelHash {

@@ -10,8 +10,8 @@ int VaskPropFrameSectObj::GetIdxRelease(const VaskFrameReleaseObj* releaseI,
   return -1;
 }
 
-void VaskPropFrameSectObj::AddRelease(VaskFrameReleaseObj* releaseI,
-                                      VaskFrameReleaseObj* releaseJ, int number) {
+void VaskPropFrameSectObj::AddRelease(VaskFrameReleaseObj* releaseI, VaskFrameReleaseObj* releaseJ,
+                                      int number) {
   ReleaseIObj.Add(releaseI);
   ReleaseJObj.Add(releaseJ);
   idTrelkRelease.Add(number);

@@ -25,8 +25,7 @@ class VaskPropFrameSectObj {
   // The first pair whose I pattern is `releaseI`, or -1. The J pattern plays no part in
   // the match: two frames of this section with the same I end and different J ends share
   // the release compound of the first of them.
-  int GetIdxRelease(const VaskFrameReleaseObj* releaseI,
-                    const VaskFrameReleaseObj* releaseJ) const;
+  int GetIdxRelease(const VaskFrameReleaseObj* releaseI, const VaskFrameReleaseObj* releaseJ) const;
   // Appends a pair with the compound number `number`.
   void AddRelease(VaskFrameReleaseObj* releaseI, VaskFrameReleaseObj* releaseJ, int number);
 

@@ -1,0 +1,167 @@
+// The label index of VaskObjList answers exactly what the linear search answers, however
+// labels are given, duplicated, changed and removed within the rule of the list.
+#include "source/vask_obj_list.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vtt {
+namespace {
+
+struct Labelled {
+  std::string Label;
+};
+
+// Labels are moved in: GCC 12 warns falsely (-Wrestrict) on a literal assigned to the
+// label of an object it has just seen created.
+Labelled* GiveLabel(Labelled* object, std::string label) {
+  object->Label = std::move(label);
+  return object;
+}
+
+Labelled* AddLabelled(VaskObjList<Labelled>& list, std::string label) {
+  return GiveLabel(list.Add(), std::move(label));
+}
+
+const std::vector<std::string> kLabels = {"A", "a", "B", "B ", "C1", "10", "1", "N"};
+
+void ExpectIndexAgreesWithLinear(const VaskObjList<Labelled>& list) {
+  for (const std::string& label : kLabels) {
+    ASSERT_EQ(list.Find(label), list.FindLinear(label)) << "label \"" << label << "\"";
+  }
+  ASSERT_EQ(list.Find(""), list.FindLinear(""));
+  ASSERT_EQ(list.Find("absent"), 0);
+}
+
+TEST(VaskObjList, FindOfAnUnknownLabelIsZero) {
+  VaskObjList<Labelled> list;
+  EXPECT_EQ(list.Find("X"), 0);
+  EXPECT_EQ(list.Get("X"), nullptr);
+  AddLabelled(list, "Y");
+  EXPECT_EQ(list.Find("X"), 0);
+}
+
+TEST(VaskObjList, TheFirstOfDuplicateLabelsWins) {
+  VaskObjList<Labelled> list;
+  AddLabelled(list, "X");
+  AddLabelled(list, "Y");
+  AddLabelled(list, "X");
+  EXPECT_EQ(list.Find("X"), 1);
+  EXPECT_EQ(list.Get("X"), list(1));
+}
+
+TEST(VaskObjList, LabelsAreComparedExactly) {
+  VaskObjList<Labelled> list;
+  AddLabelled(list, "Beam");
+  EXPECT_EQ(list.Find("beam"), 0);
+  EXPECT_EQ(list.Find("Beam "), 0);
+  EXPECT_EQ(list.Find("Beam"), 1);
+}
+
+TEST(VaskObjList, ALabelSetAfterALookUpIsStillFound) {
+  VaskObjList<Labelled> list;
+  AddLabelled(list, "X");
+  Labelled* late = list.Add();
+  EXPECT_EQ(list.Find("X"), 1);
+  GiveLabel(late, "Y");
+  EXPECT_EQ(list.Find("Y"), 2);
+}
+
+TEST(VaskObjList, AnEarlierObjectLabelledLateTakesPrecedence) {
+  VaskObjList<Labelled> list;
+  Labelled* first = list.Add();
+  AddLabelled(list, "X");
+  EXPECT_EQ(list.Find("X"), 2);
+  EXPECT_EQ(list.Find(""), 1);
+  GiveLabel(first, "X");
+  EXPECT_EQ(list.Find("X"), 1);
+  EXPECT_EQ(list.Find(""), 0);
+}
+
+TEST(VaskObjList, RemovalMovesLaterObjectsDownAndKeepsTheRemovedOneAlive) {
+  VaskObjList<Labelled> list;
+  AddLabelled(list, "X");
+  Labelled* removed = AddLabelled(list, "Y");
+  AddLabelled(list, "Y");
+  EXPECT_EQ(list.Find("Y"), 2);
+  list.Remove(2);
+  EXPECT_EQ(list.Num(), 2);
+  EXPECT_EQ(list.Find("Y"), 2);
+  EXPECT_NE(list.Get("Y"), removed);
+  EXPECT_EQ(removed->Label, "Y");  // still a valid object for whoever refers to it
+}
+
+TEST(VaskObjList, ARenameIsSeenAfterLabelsChanged) {
+  VaskObjList<Labelled> list;
+  AddLabelled(list, "X");
+  AddLabelled(list, "Y");
+  EXPECT_EQ(list.Find("Y"), 2);
+  GiveLabel(list(1), "Y");
+  list.LabelsChanged();
+  EXPECT_EQ(list.Find("Y"), 1);
+  EXPECT_EQ(list.Find("X"), 0);
+}
+
+TEST(VaskObjList, ClearEmptiesTheListAndItsIndex) {
+  VaskObjList<Labelled> list;
+  AddLabelled(list, "X");
+  EXPECT_EQ(list.Find("X"), 1);
+  list.Clear();
+  EXPECT_EQ(list.Num(), 0);
+  EXPECT_EQ(list.Find("X"), 0);
+  AddLabelled(list, "Z");
+  EXPECT_EQ(list.Find("Z"), 1);
+}
+
+TEST(VaskObjList, OutOfRangePositionsThrow) {
+  VaskObjList<Labelled> list;
+  list.Add();
+  EXPECT_THROW(list(0), std::out_of_range);
+  EXPECT_THROW(list(2), std::out_of_range);
+  EXPECT_THROW(list.Remove(2), std::out_of_range);
+}
+
+// Random sequences of the operations the readers use: add and label at once, add and
+// label later (with look-ups between), remove, rename through LabelsChanged, clear.
+TEST(VaskObjList, IndexAgreesWithLinearSearchOnRandomLabelSets) {
+  std::mt19937 random(20240611);
+  for (int round = 0; round < 200; ++round) {
+    VaskObjList<Labelled> list;
+    std::vector<Labelled*> unlabelled;
+    std::uniform_int_distribution<int> pickLabel(0, static_cast<int>(kLabels.size()) - 1);
+    std::uniform_int_distribution<int> pickOperation(0, 99);
+    for (int step = 0; step < 120; ++step) {
+      const int operation = pickOperation(random);
+      if (operation < 45) {
+        list.Add()->Label = kLabels[static_cast<std::size_t>(pickLabel(random))];
+      } else if (operation < 60) {
+        unlabelled.push_back(list.Add());
+      } else if (operation < 72 && !unlabelled.empty()) {
+        // Only a label not yet given; one given since goes through LabelsChanged below.
+        if (unlabelled.back()->Label.empty()) {
+          unlabelled.back()->Label = kLabels[static_cast<std::size_t>(pickLabel(random))];
+        }
+        unlabelled.pop_back();
+      } else if (operation < 85 && list.Num() > 0) {
+        std::uniform_int_distribution<int> pickPosition(1, list.Num());
+        list.Remove(pickPosition(random));
+      } else if (operation < 95 && list.Num() > 0) {
+        std::uniform_int_distribution<int> pickPosition(1, list.Num());
+        list(pickPosition(random))->Label = kLabels[static_cast<std::size_t>(pickLabel(random))];
+        list.LabelsChanged();
+      } else if (operation == 99) {
+        list.Clear();
+        unlabelled.clear();
+      }
+      ExpectIndexAgreesWithLinear(list);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace vtt
