@@ -1022,13 +1022,13 @@ TEST_F(JsonModelHostTest, FunctionNamesAndTypesWithDefaultFamily) {
   int count = 0;
   Names names;
   EXPECT_EQ(host->GetFunctionNames(count, names), 0);
-  EXPECT_EQ(names, N({"REC", "ABS", "USER", "SIN", "COS", "RAMP", "SAW", "TRI", "PER", "SPEC",
+  EXPECT_EQ(names, N({"REC", "ABS", "USER", "SIN", "COS", "RAMP", "SAW", "TRI", "PER", "RSPECTRUM",
                       "BROKEN", "SIN"}));
   int family = 0, kind = -1;
   EXPECT_EQ(host->GetFunctionType("SIN", family, kind), 0);
   EXPECT_EQ(family, 2);
   EXPECT_EQ(kind, 2);
-  EXPECT_EQ(host->GetFunctionType("SPEC", family, kind), 0);
+  EXPECT_EQ(host->GetFunctionType("RSPECTRUM", family, kind), 0);
   EXPECT_EQ(family, 1);
   EXPECT_EQ(kind, 1);
   EXPECT_EQ(host->GetFunctionType("nope", family, kind), 1);

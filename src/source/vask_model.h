@@ -159,11 +159,20 @@ class VaskModelObj {
   // Stage 1 (vask_model_materials.cc): makes sure the host has a concrete, a steel and a
   // rebar material, then reads every material of those three types.
   void ReadPropMaterials();
+  // Stage 2 (vask_model_sections.cc): every frame section of a type of at least 1.
+  void ReadPropFrameSections();
+  // Stage 3 (vask_model_sections.cc): shell sections, thin (shell type 1) and layered (6).
+  void ReadPropAreaSections();
   // Stage 4: every point of the host, in host order.
   void ReadNodes();
   // Stage 5 (vask_model_constraints.cc): the host's rigid diaphragms with a normal along
   // Z, without those that hold a support, merged where they share nodes.
   void ReadConstraints();
+  // Stage 16 (vask_model_sections.cc): frame and embedded sections to their materials.
+  void LinkFrameSectionMaterials();
+  // Stage 17 (vask_model_sections.cc): area sections to their materials, then the layer
+  // rule of every layered shell.
+  void LinkAreaSectionMaterials();
   // Stage 25: reads nothing. It keeps its place so that the stage numbers stay those that
   // the rest of the system cites.
   void ReadReserved();
