@@ -4,7 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -96,7 +98,7 @@ HostMaterial WithCurve(HostMaterial m, Reals stresses, int status = 0) {
 // material from a per-type template when asked.
 class MaterialsHost : public test_support::FakeHostModel {
  public:
-  explicit MaterialsHost(std::vector<HostMaterial> materials) : materials(std::move(materials)) {}
+  explicit MaterialsHost(std::vector<HostMaterial> held) : materials(std::move(held)) {}
 
   int GetMaterialNameList(int typeFilter, int& count, Names& names) override {
     calls.push_back("GetMaterialNameList " + std::to_string(typeFilter));
@@ -271,8 +273,12 @@ class MaterialReading : public ::testing::Test {
     model->ReadVaskData();
   }
   const VaskPropMaterialObj& Mat(const std::string& label) const {
+    static const VaskPropMaterialObj kMissing;
     const VaskPropMaterialObj* m = model->PropMaterialObjGet(label);
-    EXPECT_NE(m, nullptr) << label;
+    if (m == nullptr) {
+      ADD_FAILURE() << "no material " << label;
+      return kMissing;
+    }
     return *m;
   }
   std::vector<std::string> Labels() const {

@@ -3,6 +3,7 @@
 #include <array>
 #include <memory>
 
+#include "components/fill_trelk_component_material.h"
 #include "elements/fill_trelk_node.h"
 #include "source/host_model.h"
 #include "source/vask_model.h"
@@ -40,6 +41,8 @@ void FillNodes(TransferRun& run) { FillTrelkNodes(*run.model, run.store, run.mes
 
 void FillDiaphragms(TransferRun& run) { FillTrelkDiaphragmConstraints(*run.model, run.store); }
 
+void FillMaterials(TransferRun& run) { FillTrelkMaterials(*run.model, run.store); }
+
 void WriteFiles(TransferRun& run) { WriteTrelkStructure(run.store, "TRKD", true, 0, run.messages); }
 
 void DisposeModel(TransferRun& run) { run.model->Dispose(); }
@@ -51,7 +54,7 @@ constexpr std::array<TransferStage, 22> kStages = {{
     {"InitTrelkStore", &InitStore},
     {"FillTrelkNodes", &FillNodes},
     {"FillTrelkDiaphragmConstraints", &FillDiaphragms},
-    {"FillTrelkMaterials", nullptr},
+    {"FillTrelkMaterials", &FillMaterials},
     {"FillTrelkCrossSections", nullptr},
     {"FillTrelkReleaseComponents", nullptr},
     {"FillTrelkFemaComponents", nullptr},
