@@ -3,7 +3,9 @@
 #include <array>
 #include <memory>
 
+#include "components/fill_trelk_component_compound.h"
 #include "components/fill_trelk_component_material.h"
+#include "elements/fill_trelk_element.h"
 #include "elements/fill_trelk_node.h"
 #include "source/host_model.h"
 #include "source/vask_model.h"
@@ -43,6 +45,10 @@ void FillDiaphragms(TransferRun& run) { FillTrelkDiaphragmConstraints(*run.model
 
 void FillMaterials(TransferRun& run) { FillTrelkMaterials(*run.model, run.store); }
 
+void FillCompounds(TransferRun& run) { FillTrelkCompoundComponents(*run.model, run.store); }
+
+void FillElements(TransferRun& run) { FillTrelkElements(*run.model, run.store); }
+
 void WriteFiles(TransferRun& run) { WriteTrelkStructure(run.store, "TRKD", true, 0, run.messages); }
 
 void DisposeModel(TransferRun& run) { run.model->Dispose(); }
@@ -58,8 +64,8 @@ constexpr std::array<TransferStage, 22> kStages = {{
     {"FillTrelkCrossSections", nullptr},
     {"FillTrelkReleaseComponents", nullptr},
     {"FillTrelkFemaComponents", nullptr},
-    {"FillTrelkCompoundComponents", nullptr},
-    {"FillTrelkElements", nullptr},
+    {"FillTrelkCompoundComponents", &FillCompounds},
+    {"FillTrelkElements", &FillElements},
     {"FillTrelkNodalMass", nullptr},
     {"FillTrelkLoadNode", nullptr},
     {"FillTrelkLoadFrame", nullptr},
