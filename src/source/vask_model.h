@@ -141,6 +141,12 @@ class VaskModelObj {
   // Declares that labels already set have been changed; the look-ups rebuild their index.
   void LabelsChanged();
 
+  // ---- Frames (vask_model_frames.cc) ----
+  // 1 column, 2 beam, 3 brace, from the direction of the frame's axis.
+  int FrameOrientationGet(const VaskFrameObj& frame) const;
+  // The first stored release pattern with these six flags (U1..R3 from index 0), or none.
+  VaskFrameReleaseObj* FrameReleaseFind(const DofFlags& flags) const;
+
   // ---- Geometry ----
   // Area of a 4-noded area from its nodes in stored order (see QuadArea); 0 when NumNodes
   // is not 4. With `projected`, the area of its plan projection.
@@ -168,6 +174,19 @@ class VaskModelObj {
   // Stage 5 (vask_model_constraints.cc): the host's rigid diaphragms with a normal along
   // Z, without those that hold a support, merged where they share nodes.
   void ReadConstraints();
+  // Stage 6 (vask_model_frames.cc): frames whose section was read, with their end nodes
+  // and local axis angle.
+  void ReadFrames();
+  // Stage 7 (vask_model_frames.cc): the distinct end-release patterns, shared by every
+  // frame end that has one.
+  void ReadFrameReleases();
+  // Stage 18 (vask_model_frames.cc): each frame to its section.
+  void LinkFrameSections();
+  // Stage 20 (vask_model_frames.cc): column, beam or brace by geometry; section shape and
+  // material kind.
+  void ClassifyFrames();
+  // Stage 27 (vask_model_frames.cc): hinges at the frame ends.
+  void ReadFrameHinges();
   // Stage 16 (vask_model_sections.cc): frame and embedded sections to their materials.
   void LinkFrameSectionMaterials();
   // Stage 17 (vask_model_sections.cc): area sections to their materials, then the layer

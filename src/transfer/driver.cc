@@ -4,7 +4,10 @@
 #include <memory>
 
 #include "components/fill_trelk_component_compound.h"
+#include "components/fill_trelk_component_elastic.h"
+#include "components/fill_trelk_component_inelastic.h"
 #include "components/fill_trelk_component_material.h"
+#include "components/fill_trelk_component_xsect.h"
 #include "elements/fill_trelk_element.h"
 #include "elements/fill_trelk_node.h"
 #include "source/host_model.h"
@@ -45,6 +48,12 @@ void FillDiaphragms(TransferRun& run) { FillTrelkDiaphragmConstraints(*run.model
 
 void FillMaterials(TransferRun& run) { FillTrelkMaterials(*run.model, run.store); }
 
+void FillCrossSections(TransferRun& run) { FillTrelkCrossSections(*run.model, run.store); }
+
+void FillReleases(TransferRun& run) { FillTrelkReleaseComponents(*run.model, run.store); }
+
+void FillFemaComponents(TransferRun& run) { FillTrelkFemaComponents(*run.model, run.store); }
+
 void FillCompounds(TransferRun& run) { FillTrelkCompoundComponents(*run.model, run.store); }
 
 void FillElements(TransferRun& run) { FillTrelkElements(*run.model, run.store); }
@@ -61,9 +70,9 @@ constexpr std::array<TransferStage, 22> kStages = {{
     {"FillTrelkNodes", &FillNodes},
     {"FillTrelkDiaphragmConstraints", &FillDiaphragms},
     {"FillTrelkMaterials", &FillMaterials},
-    {"FillTrelkCrossSections", nullptr},
-    {"FillTrelkReleaseComponents", nullptr},
-    {"FillTrelkFemaComponents", nullptr},
+    {"FillTrelkCrossSections", &FillCrossSections},
+    {"FillTrelkReleaseComponents", &FillReleases},
+    {"FillTrelkFemaComponents", &FillFemaComponents},
     {"FillTrelkCompoundComponents", &FillCompounds},
     {"FillTrelkElements", &FillElements},
     {"FillTrelkNodalMass", nullptr},
