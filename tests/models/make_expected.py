@@ -5,6 +5,7 @@ changes, read the diff of the expected files, and commit both.
 
     python3 tests/models/make_expected.py
 """
+import math
 import os
 import struct
 
@@ -92,7 +93,9 @@ def title_block(name):
 
 
 def s_file(name, units, node_records, node_count, last_node, node_capacity, library,
-           diaphragms=(), diaphragm_capacity=1):
+           diaphragms=(), diaphragm_capacity=1, groups=(), group_capacity=1, elements=(),
+           element_capacity=1):
+    """The last-added copies of the group and element counts equal the counts."""
     out = title_block(name)
     out += i16(0) + i16(units["length"]) + i16(units["force"]) + f32(units["gravity"])
     out += i16(0) + i16(1) + i16(4) + i16(1) + i16(0) + i16(0)
@@ -103,8 +106,8 @@ def s_file(name, units, node_records, node_count, last_node, node_capacity, libr
     out += b"".join(node_records)
     out += i16(len(diaphragms)) + i16(diaphragm_capacity) + b"".join(diaphragms)
     out += tagged_i16(0) + tagged_i16(1)            # nodal mass patterns
-    out += i16(0) + i16(0) + i16(1)                 # element groups: count, last, capacity
-    out += i32(0) + i32(0) + i32(1)                 # elements
+    out += i16(len(groups)) + i16(len(groups)) + i16(group_capacity) + b"".join(groups)
+    out += i32(len(elements)) + i32(len(elements)) + i32(element_capacity) + b"".join(elements)
     out += i16(0) + i16(0)                          # structure frames
     out += i16(0) + i16(1)                          # nodal load patterns
     out += i16(0) + i16(1) + i16(1) + i16(0) + i16(1)  # frame load patterns, slots, values
@@ -142,10 +145,9 @@ def one_node():
     and F the single-precision inches per metre and kips per kilonewton."""
     files = empty_files("one-node")
     u = UNITS_KN_M
-    length, force = widened_f32(39.37), widened_f32(0.224809)
 
     def stress(v):
-        return v * (length * length) / force
+        return built_in_stress(v, u)
 
     conc_e, conc_g, fc = stress(3604.9965), stress(1502.0819), stress(4.0)
     steel_e, steel_g = stress(29000.0), stress(11153.846)
@@ -161,7 +163,8 @@ def one_node():
              mat_shear(2, "MatElaShearSteel-Steel", steel_g, u)]
     slab = [mat_slab(1, "MatElaSlabConc-Conc", conc_e, 0.2, u),
             mat_slab(2, "MatElaSlabSteel-Steel", steel_e, 0.3, u)]
-    library = component_library({"EndZone": [DEFAULT_END_ZONE], "MatInel": inelastic,
+    library = component_library({"EndZone": [DEFAULT_END_ZONE], "Release": [EMBED_BEAM_RELEASE],
+                                 "MatInel": inelastic,
                                  "MatElasticFiber": fibre, "MatElasticShear": shear,
                                  "MatElasticSlab": slab}, max_count=12)
     nodes = node_records([(0.0, 0.0, 0.0, [True] * 6, 0)])
@@ -273,12 +276,507 @@ def floors_mats():
         mat_slab(4, "MatElaSlabSteel-SANISO", 1.9e8, 0.29, u),
     ]
     # MaxComponentCount: the shear and slab lists count by capacity, 12 after two records.
-    library = component_library({"EndZone": [DEFAULT_END_ZONE], "MatInel": inelastic,
+    library = component_library({"EndZone": [DEFAULT_END_ZONE], "Release": [EMBED_BEAM_RELEASE],
+                                 "MatInel": inelastic,
                                  "MatElasticFiber": fibre, "MatElasticShear": shear,
                                  "MatElasticSlab": slab}, max_count=12)
     diaphragms = [diaphragm_record("D1"), diaphragm_record("D4")]
     files["TRKDS"] = s_file(name, u, nodes, 14, 13, 200, library, diaphragms=diaphragms,
                             diaphragm_capacity=12)
+    return files
+
+
+# Host unit code 3: kip (0), inch (0), g 386.4; display size column 1.
+UNITS_KIP_IN = {"length": 0, "force": 0, "gravity": 386.4, "size_value": 6.0, "size_text": "6 in."}
+
+# Inches per length unit and kips per force unit, the single-precision tables widened.
+INCHES_PER_UNIT = [1.0, 12.0, 0.03937, 0.3937, 39.37]
+KIPS_PER_UNIT = [1.0, 0.001, 0.000224809, 0.224809, 0.0022046, 2.2046]
+
+
+def placed(size, *fields):
+    """A record of `size` zero bytes with each (offset, bytes) field put in its place."""
+    out = bytearray(size)
+    taken = bytearray(size)
+    for offset, data in fields:
+        assert offset + len(data) <= size and not any(taken[offset:offset + len(data)])
+        out[offset:offset + len(data)] = data
+        taken[offset:offset + len(data)] = b"\1" * len(data)
+    return bytes(out)
+
+
+def f32s(values):
+    return b"".join(f32(v) for v in values)
+
+
+def name_with_suffix(prefix, label, number):
+    name = prefix + label.strip(" ")
+    return name if len(name) <= 40 else prefix + str(number + 1)
+
+
+def section_constants(section):
+    """Area, torsion constant, I22, I33, As2, As3: the order of the cross-section records."""
+    return [section[k] for k in ("area", "J", "I22", "I33", "As2", "As3")]
+
+
+def xec_head(name, number, units, kind, shape):
+    """The name, number, the two empty texts at 42 and 62, and the six bytes at 86."""
+    return [(0, text(name, 40)), (40, i16(number)), (42, text("", 20)), (62, text("", 24)),
+            (86, bytes([0, units["length"], units["force"], kind, shape, 0]))]
+
+
+def xec_beam(number, name, kind, shape, section, material, units):
+    """TrelkXecBeamRec, 424 bytes."""
+    return placed(424, *xec_head(name, number, units, kind, shape),
+                  (104, f32s(section_constants(section))), (128, f32s([1.0, 1.0])),
+                  (144, f32s([material["E"], material["Nu"], material["G"]])),
+                  (156, f32s([0.0] * 4)), (400, i16(number)))
+
+
+def xec_column(number, name, kind, shape, section, material, units):
+    """TrelkXecColumnRec, 687 bytes."""
+    return placed(687, *xec_head(name, number, units, kind, shape),
+                  (103, f32s(section_constants(section))), (127, f32s([1.0, 1.0])),
+                  (151, f32s([material["E"], material["Nu"], material["G"]])),
+                  (163, f32s([0.0] * 4)), (663, i16(number)))
+
+
+# Target directions of a release component in record order, and the source flag of each
+# (U1, U2, U3, R1, R2, R3 numbered from 0); M2 is never carried.
+RELEASE_DIRECTIONS = [("A", 0), ("V2", 1), ("V3", 2), ("M2", None), ("M3", 5), ("T", 3)]
+
+
+def release_flags(source_flags):
+    return [1 if src is not None and source_flags[src] else 0 for _, src in RELEASE_DIRECTIONS]
+
+
+def release_name(flags):
+    return "Release-" + "".join(tag for (tag, _), f in zip(RELEASE_DIRECTIONS, flags) if f)
+
+
+def release_record(number, name, flags):
+    """TrelkReleaseRec, 89 bytes: flags in the order A, V2, V3, M2, M3, T."""
+    return placed(89, (0, text(name, 40)), (40, i16(number)), (42, bytes([4])), (45, bytes(flags)),
+                  (53, i16(number)), (57, f32s([1e-05 if f else 0.0 for f in flags])))
+
+
+def unit_factors(units):
+    """L and F: inches per length unit and kips per force unit, single precision widened."""
+    return (widened_f32(INCHES_PER_UNIT[units["length"]]),
+            widened_f32(KIPS_PER_UNIT[units["force"]]))
+
+
+def built_in_stress(value, units):
+    """A stress of the host's built-in materials (kip and inch) in the model's units."""
+    length, force = unit_factors(units)
+    return value * (length * length) / force
+
+
+# Release component 1 of every structure: only M3 released.
+EMBED_BEAM_RELEASE = release_record(1, "EmbedBeamRelease", [0, 0, 0, 0, 1, 0])
+
+
+def stress_unit(units):
+    """S: one stress unit of the model in kips per square inch; and L."""
+    length, force = unit_factors(units)
+    return force / length / length, length
+
+
+def fema_head(name, number, kind, sub_kind, xsect, units, option2, strength_loss):
+    return [(0, text(name, 40)), (40, i16(number)), (42, bytes([kind, units["length"], units["force"]])),
+            (48, bytes([1, option2])), (54, bytes([strength_loss])), (57, i16(3)), (59, i16(sub_kind)),
+            (61, i16(xsect)), (63, i16(number))]
+
+
+def fema_elastic(section, material):
+    """E, Nu, G, Area, As2, As3, J, I22, I33 at offset 93."""
+    return (93, f32s([material["E"], material["Nu"], material["G"]]
+                     + [section[k] for k in ("area", "As2", "As3", "J", "I22", "I33")]))
+
+
+def fema_beam(number, name, concrete, xsect, section, material, units):
+    """TrelkIneFemaBeamRec, 425 bytes; its strength-loss record is not written."""
+    s, length = stress_unit(units)
+    area = section["area"]
+    if concrete:
+        reference, moment = 196.85 / length, area * 100 * 0.004 / s * math.sqrt(area)
+        deformations = [0.1, 0.04, 0.08]
+    else:
+        reference, moment = 0.0, 100 / s * math.sqrt(area)
+        deformations = [20.0, 11.0, 13.0]
+    return placed(425, *fema_head(name, number, 2 if concrete else 1, 3 if concrete else 4, xsect,
+                                  units, 0, 0),
+                  (53, bytes([10])), fema_elastic(section, material),
+                  (137, f32s([1.0, reference, 0.0, moment])), (161, f32(0.0)),
+                  (165, f32(deformations[0])), (185, f32s(deformations[1:])), (217, f32(0.4)),
+                  (241, f32s([2.0, 7.0, 9.0])))
+
+
+def fema_column(number, name, concrete, xsect, section, material, units):
+    """TrelkIneFemaColumnRec, 473 bytes, then its 60-byte sub-record."""
+    s, length = stress_unit(units)
+    area = section["area"]
+    if concrete:
+        axial1 = widened_f32(area * 100 * 0.008 / s)
+        axial2 = area * material["ConcFc"] + axial1
+        moment = axial1 * math.sqrt(area) / 2 * 3 / 4
+        reference, deformations = 196.85 / length, [0.003, 0.005, 0.017, 0.02]
+    else:
+        axial1 = axial2 = area * material["Fu"]
+        moment = area * material["Fu"] * math.sqrt(area) / 2
+        reference, deformations = 0.0, [20.0] * 4
+    out = placed(473, *fema_head(name, number, 15 if concrete else 14, 6 if concrete else 7, xsect,
+                                 units, 1, 1),
+                 fema_elastic(section, material),
+                 (133, f32s([1.0, reference, axial1, axial2, moment, moment])),
+                 (173, f32s(deformations)),
+                 (197, f32s([0.15, 0.8, 0.8, 1.1, 2.0, 2.0, 2.0, 2.0, 1.4])), (305, f32(9.0)))
+    return out + bytes([1]) + zeros(59)
+
+
+def member_part(source, shape, kind, component, length):
+    return {"source": source, "shape": shape, "flag": 1, "kind": kind, "component": component,
+            "length": length}
+
+
+def release_part(component):
+    return {"source": 2, "shape": 4, "flag": 12, "kind": 4, "component": component, "length": 0.0}
+
+
+def cpd_frame(number, name, parts, weight, units):
+    """TrelkCpdFrameRec, 378 bytes, then its all-zero sub-record of 45 bytes."""
+    def column(key, pack, width):
+        return b"".join(pack(p[key]) for p in parts) + zeros(width * (13 - len(parts)))
+    lengths = column("length", f32, 4)
+    out = placed(378, (0, text(name, 40)), (40, i16(number)),
+                 (42, bytes([2, units["force"], units["length"], len(parts)])), (47, bytes([1, 1])),
+                 (66, column("source", lambda v: bytes([v]), 1)),
+                 (79, column("shape", lambda v: bytes([v]), 1)),
+                 (92, column("flag", lambda v: bytes([v]), 1)),
+                 (118, column("kind", i16, 2)), (144, column("component", i16, 2)),
+                 (170, lengths), (222, lengths), (354, i16(number)), (362, f32(weight)))
+    return out + zeros(45)
+
+
+def elem_group(name, kind, first, last):
+    """TrelkElemGroupRec, 76 bytes."""
+    return placed(76, (0, text(name, 40)), (40, i16(kind)), (44, i32(first)), (48, i32(last)),
+                  (60, f32(1.0)))
+
+
+def elem_record(group, node1, node2, next_elem, component=0, option=0, angle=0.0):
+    """TrelkElemRec, 92 bytes; group 0 makes a group's leading record."""
+    source, kind = (6, 2) if group else (0, 0)
+    return placed(92, (0, i16(group)), (6, i32(node1)), (10, i32(node2)), (22, i32(next_elem)),
+                  (26, bytes([6])), (28, bytes([source, kind, option, option])),
+                  (42, i16(component)), (64, f32s([angle, angle])))
+
+
+def grown_capacity(count, capacity=1, step=10):
+    """The capacity after `count` additions by the common rule: count plus the step when passed."""
+    for n in range(1, count + 1):
+        if n > capacity:
+            capacity = n + step
+    return capacity
+
+
+def section_components(steel_sections, conc_sections, steel, conc, units):
+    """Beam and column cross sections, FEMA beams and columns of the sections, each list
+    with the steel sections first (numbers 1, 2, ...) and the concrete ones after them.
+    A section is (place in the section list, label, constants, shape)."""
+    beams, columns, fema_beams, fema_columns = [], [], [], []
+    kinds = [(steel_sections, steel, "S", False, 4, 7), (conc_sections, conc, "C", True, 3, 6)]
+    n = 1
+    for sections, mat, tag, concrete, beam_kind, column_kind in kinds:
+        for i, label, sect, shape in sections:
+            beams.append(xec_beam(n, name_with_suffix("XecBm%s-" % tag, label, i), beam_kind,
+                                  shape, sect, mat, units))
+            columns.append(xec_column(n, name_with_suffix("XecCol%s-" % tag, label, i), column_kind,
+                                      shape, sect, mat, units))
+            fema_beams.append(fema_beam(n, name_with_suffix("IneFemaBm%s-" % tag, label, i),
+                                        concrete, n, sect, mat, units))
+            fema_columns.append(fema_column(n, name_with_suffix("IneFemaCol%s-" % tag, label, i),
+                                            concrete, n, sect, mat, units))
+            n += 1
+    return beams, columns, fema_beams, fema_columns
+
+
+# The eight passes of plain frame compounds: prefix, part source, part kind, part shape,
+# two parts; the first four over the steel sections, the others over the concrete ones.
+PLAIN_COMPOUND_PASSES = [("CpdBmS-", 3, 4, 2, False), ("CpdFemaBmS-", 1, 1, 3, True),
+                         ("CpdColS-", 3, 7, 3, False), ("CpdFemaColS-", 1, 14, 7, True),
+                         ("CpdBmC-", 3, 3, 2, False), ("CpdFemaBmC-", 1, 2, 3, True),
+                         ("CpdColC-", 3, 6, 3, False), ("CpdFemaColC-", 1, 15, 7, True)]
+
+
+def plain_compounds(steel_sections, conc_sections, steel, conc, units):
+    """Compounds 1 to 8 x the section count; each part refers to the cross section or FEMA
+    record of the section's own number (as section_components numbers them)."""
+    compounds = []
+    for p, (prefix, source, kind, shape, two) in enumerate(PLAIN_COMPOUND_PASSES):
+        sections, first, mat = ((steel_sections, 1, steel) if p < 4
+                                else (conc_sections, len(steel_sections) + 1, conc))
+        for n, (i, label, sect, _) in enumerate(sections, start=first):
+            parts = ([member_part(source, shape, kind, n, 0.5)] * 2 if two
+                     else [member_part(source, shape, kind, n, 1.0)])
+            compounds.append(cpd_frame(len(compounds) + 1, name_with_suffix(prefix, label, i), parts,
+                                       sect["area"] * mat["UnitWeight"], units))
+    return compounds
+
+
+def element_groups(groups_members):
+    """Group records and element records, each group led by its leading record.
+    groups_members: (name, kind, option, [(node I, node J, compound, angle), ...])."""
+    groups, elements = [], []
+    for g, (group_name, kind, option, members) in enumerate(groups_members, start=1):
+        first = len(elements) + 1
+        groups.append(elem_group(group_name, kind, first, first + len(members)))
+        elements.append(elem_record(0, 0, 0, len(elements) + 2))
+        for k, (node_i, node_j, compound, angle) in enumerate(members, start=1):
+            next_elem = 0 if k == len(members) else len(elements) + 2
+            elements.append(elem_record(g, node_i, node_j, next_elem, compound, option, angle))
+    return groups, elements
+
+
+def frames():
+    """A two-storey frame building in kip and inch (S = 1), see model.json: concrete columns,
+    beams and braces, steel beams, columns and braces; hinges and end releases at I, at J and
+    at both; an aluminium section whose frames vanish; a section of type 0 that is not read;
+    a 30-character section label that outgrows the longer prefixes."""
+    name = "frames"
+    files = empty_files(name)
+    u = UNITS_KIP_IN
+    fixed, free = [True] * 6, [False] * 6
+    grid_x, grid_y, levels = [0.0, 144.0, 288.0], [0.0, 240.0], [0.0, 144.0, 288.0]
+    points = [(x, y, z, fixed if z == 0 else free, 0)
+              for z in levels for y in grid_y for x in grid_x]
+    nodes = node_records(points)
+    # Node records: point k of the file (from 1) is record k + 1.
+    A10, B10, C10, A20, B20, C20 = 2, 3, 4, 5, 6, 7
+    A11, B11, C11, A21, B21, C21 = 8, 9, 10, 11, 12, 13
+    A12, B12, C12, A22, B22, C22 = 14, 15, 16, 17, 18, 19
+
+    # Materials as read; AL6061 (aluminium) is left out, so ALUM-TUBE has no material.
+    conc = {"E": 3605.0, "Nu": 0.2, "G": 1502.0833, "Fu": 4.0, "ConcFc": 4.0, "UnitWeight": 8.68e-5}
+    steel = {"E": 29000.0, "Nu": 0.3, "G": 11153.846, "Fu": 65.0, "UnitWeight": 2.836e-4}
+    inelastic = [
+        mat_inel(1, "MatIneFibRebar-A615", 0, 29000.0, 66.0, 99.0, 0.0, 0.2, u),
+        mat_inel(2, "MatIneFibConc-CONC4", 1, 3605.0, 0.9 * 4.0, 4.0, 0.04, 0.02, u),
+        mat_inel(3, "MatIneShearConc-CONC4", 2, 1502.0833, 0.0, 4.0 / 2, 0.0, 2.0, u),
+    ]
+    fibre = [mat_fiber(1, "MatElaFiberConc-CONC4", 3605.0, u),
+             mat_fiber(2, "MatElaFiberSteel-A992", 29000.0, u)]
+    shear = [mat_shear(1, "MatElaShearConc-CONC4", 1502.0833, u),
+             mat_shear(2, "MatElaShearSteel-A992", 11153.846, u)]
+    slab = [mat_slab(1, "MatElaSlabConc-CONC4", 3605.0, 0.2, u),
+            mat_slab(2, "MatElaSlabSteel-A992", 29000.0, 0.3, u)]
+
+    # Frame sections as read, with their place in the section list (UNUSED0, type 0, is not
+    # read, so the places after it close up). CIRC12 names "conc4": the material link ignores case.
+    c24 = {"area": 576.0, "As2": 480.0, "As3": 480.0, "J": 55738.9, "I22": 27648.0, "I33": 27648.0}
+    w18 = {"area": 10.3, "As2": 5.373, "As3": 4.233, "J": 0.506, "I22": 15.3, "I33": 510.0}
+    w18_label = "W18X35-GRAVITY-BEAM-LEVELS-1+2"
+    b16 = {"area": 384.0, "As2": 320.0, "As3": 320.0, "J": 28508.2, "I22": 8192.0, "I33": 18432.0}
+    hss = {"area": 7.58, "As2": 3.79, "As3": 3.79, "J": 61.3, "I22": 39.5, "I33": 39.5}
+    circ = {"area": 113.097, "As2": 101.787, "As3": 101.787, "J": 2035.75, "I22": 1017.88,
+            "I33": 1017.88}
+    w14 = {"area": 26.5, "As2": 6.16, "As3": 14.9, "J": 4.06, "I22": 362.0, "I33": 999.0}
+    steel_sections = [(2, w18_label, w18, 1), (5, "HSS6X6", hss, 0), (7, "W14X90", w14, 1)]
+    conc_sections = [(1, "C24X24", c24, 2), (3, "B16X24", b16, 2), (6, "CIRC12", circ, 0)]
+
+    # Cross sections and FEMA components: steel 1-3, concrete 4-6. The 30-character label
+    # keeps its name after "XecBmS-" but outgrows "IneFemaBmS-": the name takes 2 + 1.
+    beams, columns, fema_beams, fema_columns = section_components(steel_sections, conc_sections,
+                                                                  steel, conc, u)
+    assert name_with_suffix("XecColS-", w18_label, 2) == "XecColS-" + w18_label
+    assert name_with_suffix("IneFemaBmS-", w18_label, 2) == "IneFemaBmS-3"
+
+    # Release patterns in the order the frames meet them (I end, then J end); the pattern of
+    # X0 is never read, since its section is not. Component 1 is "EmbedBeamRelease".
+    rel_t, rel_m3, rel_am3t, rel_m2, rel_m2m3, rel_v2m3, rel_v3 = 2, 3, 4, 5, 6, 7, 8
+    patterns = [
+        [0, 0, 0, 1, 0, 0],   # 2: SB2 at I, also SB3 at I: "Release-T"
+        [0, 0, 0, 0, 0, 1],   # 3: SB2 at J, CB2 at both ends, SB4 and SBR2: "Release-M3"
+        [1, 0, 0, 1, 0, 1],   # 4: SB3 at J, SC2 at I: "Release-AM3T"
+        [0, 0, 0, 0, 1, 0],   # 5: CB3 at I, SB5 at J: M2 only, "Release-" with nothing set
+        [0, 0, 0, 0, 1, 1],   # 6: C5 at I: M2 is dropped, "Release-M3" once more
+        [0, 1, 0, 0, 0, 1],   # 7: CBR2 at J: "Release-V2M3"
+        [0, 0, 1, 0, 0, 0],   # 8: AL1 at I, whose frame vanishes: "Release-V3"
+    ]
+    releases = [release_record(1, "EmbedBeamRelease", [0, 0, 0, 0, 1, 0])]
+    for number, source in enumerate(patterns, start=2):
+        flags = release_flags(source)
+        releases.append(release_record(number, release_name(flags), flags))
+    assert [release_name(release_flags(p)) for p in patterns] == [
+        "Release-T", "Release-M3", "Release-AM3T", "Release-", "Release-M3", "Release-V2M3",
+        "Release-V3"]
+
+    # Frame compounds, stage 1: eight passes, three sections each.
+    compounds = plain_compounds(steel_sections, conc_sections, steel, conc, u)
+    # Numbers of stage 1 that the elements use.
+    cpd_bm_w18, cpd_fema_bm_w18, cpd_col_hss, cpd_fema_col_w14 = 1, 4, 8, 12
+    cpd_bm_b16, cpd_fema_bm_b16, cpd_col_c24, cpd_fema_col_c24, cpd_fema_col_circ = 14, 17, 19, 22, 24
+
+    # Stage 2, frames with releases in frame order; the section look-up compares I ends only.
+    w18_weight = w18["area"] * steel["UnitWeight"]
+    member = {"w18": member_part(3, 2, 4, 1, 1.0), "b16": member_part(3, 2, 3, 5, 1.0),
+              "c24": member_part(3, 3, 6, 4, 1.0), "w14": member_part(3, 3, 7, 3, 1.0),
+              "circ": member_part(3, 3, 6, 6, 1.0), "hss": member_part(3, 3, 7, 2, 1.0)}
+    released = [
+        # SB2 (T, M3): 25; the long label gives the running number plus 1. SB3 (T, AM3T) shares it.
+        ("CpdRelBmSteel-26", [release_part(rel_t), member["w18"], release_part(rel_m3)], w18_weight),
+        # CB2 (M3, M3): 26.
+        ("CpdRelBmC-B16X24", [release_part(rel_m3), member["b16"], release_part(rel_m3)],
+         b16["area"] * conc["UnitWeight"]),
+        # CB3 (M2 only at I): 27, the same name as 26.
+        ("CpdRelBmC-B16X24", [release_part(rel_m2), member["b16"]], b16["area"] * conc["UnitWeight"]),
+        # SB4 (M3 at J only): 28; SB5 (M2 at J only) shares it: no I end is no I end.
+        ("CpdRelBmSteel-29", [member["w18"], release_part(rel_m3)], w18_weight),
+        # C5 (M2 M3 at I, hinge at J): 29.
+        ("CpdRelColC-C24X24", [release_part(rel_m2m3), member["c24"]], c24["area"] * conc["UnitWeight"]),
+        # SC2 (AM3T at I): 30.
+        ("CpdRelColS-W14X90", [release_part(rel_am3t), member["w14"]], w14["area"] * steel["UnitWeight"]),
+        # CBR2, a concrete brace (V2 M3 at J): 31.
+        ("CpdRelColC-CIRC12", [member["circ"], release_part(rel_v2m3)], circ["area"] * conc["UnitWeight"]),
+        # SBR2, a steel brace (M3, M3): 32. AL1 has no material and makes none.
+        ("CpdRelColS-HSS6X6", [release_part(rel_m3), member["hss"], release_part(rel_m3)],
+         hss["area"] * steel["UnitWeight"]),
+    ]
+    for cpd_name, parts, weight in released:
+        compounds.append(cpd_frame(len(compounds) + 1, cpd_name, parts, weight, u))
+    assert len(compounds) == 32
+    assert name_with_suffix("CpdRelBmSteel-", w18_label, 25) == "CpdRelBmSteel-26"
+
+    # Element groups in their fixed order: (name, kind, option, members as (I, J, compound, angle)).
+    groups_members = [
+        ("ElemConcCol", 3, 5, [
+            (A10, A11, cpd_col_c24, 90.0),        # C1
+            (A11, A12, cpd_fema_col_c24, 0.0),    # C2: hinge at I
+            (A20, A21, cpd_fema_col_c24, 0.0),    # C3: hinges at 0.1 and 0.9
+            (A21, A22, cpd_fema_col_c24, 30.0),   # C4: hinge at J; code 7 ignored, 0.5 dropped
+            (B10, B11, 29, 0.0),                  # C5: the release beats the hinge
+            (B20, B21, cpd_col_c24, 0.0),         # C6: code 7 at I ignored, code 6 at 0.5 dropped
+            (C11, C12, cpd_col_c24, 0.0)]),       # C7
+        ("ElemConcBeam", 2, 1, [
+            (A11, B11, cpd_bm_b16, 0.0),          # CB1
+            (B11, C11, 26, 0.0),                  # CB2
+            (A12, B12, 27, 0.0),                  # CB3
+            (A11, A21, cpd_fema_bm_b16, 45.0)]),  # CB4: hinges at both ends
+        ("ElemConcBrace", 5, 1, [
+            (B11, C12, cpd_fema_col_circ, 0.0),   # CBR1: hinge at I gives the FEMA column
+            (C10, B11, 31, 0.0)]),                # CBR2
+        ("ElemSteelCol", 3, 5, [
+            (C10, C11, cpd_fema_col_w14, 0.0),    # SC1: hinge at J
+            (C20, C21, 30, -15.3)]),              # SC2
+        ("ElemSteelBeam", 2, 1, [
+            (A22, B22, cpd_bm_w18, 12.5),         # SB1
+            (B22, C22, 25, 0.0),                  # SB2
+            (A21, B21, 25, 0.0),                  # SB3
+            (B21, C21, 28, 0.0),                  # SB4
+            (B12, C12, 28, 0.0),                  # SB5
+            (A12, A22, cpd_fema_bm_w18, 0.0)]),   # SB6: hinge at I
+        ("ElemSteelBrace", 5, 1, [
+            (A10, B11, cpd_col_hss, 0.0),         # SBR1: a steel brace stays elastic
+            (B20, C21, 32, 0.0)]),                # SBR2
+    ]
+    groups, elements = element_groups(groups_members)
+    assert len(elements) == 29
+
+    # MaxComponentCount: the 32 frame compounds count by count, ahead of every other list.
+    library = component_library({
+        "FemaBeam": fema_beams, "FemaColumn": fema_columns, "EndZone": [DEFAULT_END_ZONE],
+        "Release": releases, "MatInel": inelastic, "MatElasticFiber": fibre,
+        "MatElasticShear": shear, "MatElasticSlab": slab, "XecBeam": beams, "XecColumn": columns,
+        "CpdFrame": compounds}, max_count=32)
+    files["TRKDS"] = s_file(name, u, nodes, 19, 18, 200, library, groups=groups,
+                            group_capacity=grown_capacity(6), elements=elements,
+                            element_capacity=grown_capacity(29))
+    return files
+
+
+def frames_kn():
+    """One line of frames in kilonewton and metre, so S and L are not 1: concrete columns,
+    beam and brace, steel column, beams and brace; a pinned base and one fixed in R3 too; a
+    diaphragm on the roof. No rebar in the model: the host creates "Rebar" with its built-in
+    values, after the other materials."""
+    name = "frames-kn"
+    files = empty_files(name)
+    u = UNITS_KN_M
+    fixed, free = [True] * 6, [False] * 6
+    nodes = node_records([
+        (0.0, 0.0, 0.0, fixed, 0),                                    # A0
+        (4.0, 0.0, 0.0, [True, True, True, False, False, False], 0),  # B0: pinned
+        (8.0, 0.0, 0.0, [True, True, True, False, False, True], 0),   # C0
+        (0.0, 0.0, 4.0, free, 0), (4.0, 0.0, 4.0, free, 0), (8.0, 0.0, 4.0, free, 0),  # A1 B1 C1
+        (0.0, 0.0, 8.0, free, 1), (4.0, 0.0, 8.0, free, 1), (8.0, 0.0, 8.0, free, 1),  # A2 B2 C2: D1
+    ])
+    A0, B0, C0, A1, B1, C1, A2, B2, C2 = range(2, 11)
+
+    # Materials as read: S355, C30, then the created "Rebar" (uniaxial).
+    steel = {"E": 2e8, "Nu": 0.3, "G": 76923077.0, "Fu": 490000.0, "UnitWeight": 76.97}
+    conc = {"E": 3.2e7, "Nu": 0.2, "G": 13333333.0, "Fu": 30000.0, "ConcFc": 30000.0,
+            "UnitWeight": 24.0}
+    inelastic = [
+        mat_inel(1, "MatIneFibRebar-Rebar", 0, built_in_stress(29000.0, u), built_in_stress(66.0, u),
+                 built_in_stress(99.0, u), 0.0, 0.2, u),
+        mat_inel(2, "MatIneFibConc-C30", 1, 3.2e7, 0.9 * 30000.0, 30000.0, 0.04, 0.02, u),
+        mat_inel(3, "MatIneShearConc-C30", 2, 13333333.0, 0.0, 30000.0 / 2, 0.0, 2.0, u),
+    ]
+    fibre = [mat_fiber(1, "MatElaFiberSteel-S355", 2e8, u), mat_fiber(2, "MatElaFiberConc-C30", 3.2e7, u)]
+    shear = [mat_shear(1, "MatElaShearSteel-S355", 76923077.0, u),
+             mat_shear(2, "MatElaShearConc-C30", 13333333.0, u)]
+    slab = [mat_slab(1, "MatElaSlabSteel-S355", 2e8, 0.3, u), mat_slab(2, "MatElaSlabConc-C30", 3.2e7, 0.2, u)]
+
+    c400 = {"area": 0.16, "As2": 0.1333, "As3": 0.1333, "J": 0.0036, "I22": 0.002133, "I33": 0.002133}
+    b300 = {"area": 0.18, "As2": 0.15, "As3": 0.15, "J": 0.003708, "I22": 0.00135, "I33": 0.0054}
+    ipe = {"area": 0.008446, "As2": 0.003848, "As3": 0.004467, "J": 5.1e-7, "I22": 1.318e-5,
+           "I33": 2.313e-4}
+    heb = {"area": 0.01491, "As2": 0.003206, "As3": 0.0075, "J": 1.85e-6, "I22": 8.563e-5,
+           "I33": 2.517e-4}
+    angle = {"area": 0.00192, "As2": 0.001, "As3": 0.001, "J": 6.4e-8, "I22": 7.3e-7, "I33": 1.77e-6}
+    c250 = {"area": 0.0625, "As2": 0.05208, "As3": 0.05208, "J": 0.00055, "I22": 0.0003255,
+            "I33": 0.0003255}
+    # (place in the section list, label, constants, shape)
+    steel_sections = [(3, "IPE400", ipe, 1), (4, "HEB300", heb, 1), (5, "L100X10", angle, 0)]
+    conc_sections = [(1, "C400", c400, 2), (2, "B300X600", b300, 2), (6, "C250", c250, 2)]
+
+    beams, columns, fema_beams, fema_columns = section_components(steel_sections, conc_sections,
+                                                                  steel, conc, u)
+
+    # Release patterns: K3 at J (R1 R2: "Release-T"), B2 at both ends (M3).
+    releases = [release_record(1, "EmbedBeamRelease", [0, 0, 0, 0, 1, 0]),
+                release_record(2, "Release-T", [0, 0, 0, 0, 0, 1]),
+                release_record(3, "Release-M3", [0, 0, 0, 0, 1, 0])]
+
+    compounds = plain_compounds(steel_sections, conc_sections, steel, conc, u)
+    compounds.append(cpd_frame(25, "CpdRelColC-C400", [member_part(3, 3, 6, 4, 1.0), release_part(2)],
+                               c400["area"] * conc["UnitWeight"], u))                     # K3
+    compounds.append(cpd_frame(26, "CpdRelBmSteel-IPE400",
+                               [release_part(3), member_part(3, 2, 4, 1, 1.0), release_part(3)],
+                               ipe["area"] * steel["UnitWeight"], u))                     # B2
+
+    groups_members = [
+        ("ElemConcCol", 3, 5, [(A0, A1, 19, 0.0),      # K1: CpdColC-C400
+                               (A1, A2, 22, 0.0),      # K2: CpdFemaColC-C400
+                               (C0, C1, 25, 0.0)]),    # K3
+        ("ElemConcBeam", 2, 1, [(A1, B1, 17, 0.0)]),   # B1: hinge at 0.95, CpdFemaBmC-B300X600
+        ("ElemConcBrace", 5, 1, [(B1, A2, 24, 0.0)]),  # BR2: CpdFemaColC-C250
+        ("ElemSteelCol", 3, 5, [(C1, C2, 11, 90.0)]),  # K4: CpdFemaColS-HEB300
+        ("ElemSteelBeam", 2, 1, [(B1, C1, 26, 0.0),    # B2
+                                 (A2, C2, 4, 0.0)]),   # B3: CpdFemaBmS-IPE400
+        ("ElemSteelBrace", 5, 1, [(B0, C1, 9, 0.0)]),  # BR1: CpdColS-L100X10, hinge not looked at
+    ]
+    groups, elements = element_groups(groups_members)
+    assert len(elements) == 15
+
+    library = component_library({
+        "FemaBeam": fema_beams, "FemaColumn": fema_columns, "EndZone": [DEFAULT_END_ZONE],
+        "Release": releases, "MatInel": inelastic, "MatElasticFiber": fibre,
+        "MatElasticShear": shear, "MatElasticSlab": slab, "XecBeam": beams, "XecColumn": columns,
+        "CpdFrame": compounds}, max_count=26)
+    files["TRKDS"] = s_file(name, u, nodes, 10, 9, 200, library, diaphragms=[diaphragm_record("D1")],
+                            groups=groups, group_capacity=grown_capacity(6), elements=elements,
+                            element_capacity=grown_capacity(15))
     return files
 
 
@@ -293,3 +791,5 @@ def write(model, files):
 if __name__ == "__main__":
     write("one-node", one_node())
     write("floors-mats", floors_mats())
+    write("frames", frames())
+    write("frames-kn", frames_kn())
