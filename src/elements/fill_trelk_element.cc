@@ -100,6 +100,159 @@ void FillFrameElements(const VaskModelObj& model, TrelkStore& store, ElementNumb
   }
 }
 
+// ---- Areas ----
+
+constexpr int kSourceCrossSection = 3;
+constexpr int kKindWallCompound = 3;
+constexpr int kKindGeneralWallCompound = 4;
+constexpr int kKindSlabSection = 8;
+constexpr int kSteel = host_code::kMaterialSteel;
+constexpr int kConcrete = host_code::kMaterialConcrete;
+constexpr int kWall = 1;
+
+using AreaSection = VaskPropAreaSectObj;
+
+// One group of area elements, in the fixed order after the frame groups.
+struct AreaGroup {
+  const char* name;
+  int kind;
+  int component_source;
+  int component_kind;
+  int AreaSection::*component;
+  bool (*selects)(const VaskAreaObj& area, const AreaSection& section);
+};
+
+int MatTypeOf(const AreaSection& section) {
+  return section.PropMatObj == nullptr ? 0 : section.PropMatObj->MatType;
+}
+bool ThinWall(const VaskAreaObj& a, const AreaSection& s, int mat) {
+  return s.ShellType == 1 && a.Orientation == kWall && MatTypeOf(s) == mat;
+}
+bool ThinSlab(const VaskAreaObj& a, const AreaSection& s, int mat) {
+  return s.ShellType == 1 && a.Orientation != kWall && MatTypeOf(s) == mat;
+}
+
+// A layered shell is always a wall or general wall, whatever its orientation; a floor and
+// a ramp are treated alike.
+const std::array<AreaGroup, 6> kAreaGroups = {{
+    {"ElemConcEWall", 6, kSourceCompound, kKindWallCompound, &AreaSection::idTrelkCompoundWall,
+     [](const VaskAreaObj& a, const AreaSection& s) { return ThinWall(a, s, kConcrete); }},
+    {"ElemConcWall", 6, kSourceCompound, kKindWallCompound, &AreaSection::idTrelkCompoundWall,
+     [](const VaskAreaObj&, const AreaSection& s) { return s.ShellType == 6 && s.LayerTrelkType == 1; }},
+    {"ElemConcGWall", 11, kSourceCompound, kKindGeneralWallCompound,
+     &AreaSection::idTrelkCompoundGWall,
+     [](const VaskAreaObj&, const AreaSection& s) {
+       return s.ShellType == 6 && (s.LayerTrelkType == 2 || s.LayerTrelkType == 3);
+     }},
+    {"ElemSteelWall", 6, kSourceCompound, kKindWallCompound, &AreaSection::idTrelkCompoundWall,
+     [](const VaskAreaObj& a, const AreaSection& s) { return ThinWall(a, s, kSteel); }},
+    {"ElemSteelSlab", 12, kSourceCrossSection, kKindSlabSection, &AreaSection::idTrelkXSectSlabEla,
+     [](const VaskAreaObj& a, const AreaSection& s) { return ThinSlab(a, s, kSteel); }},
+    {"ElemConcSlabRamp", 12, kSourceCrossSection, kKindSlabSection,
+     &AreaSection::idTrelkXSectSlabEla,
+     [](const VaskAreaObj& a, const AreaSection& s) { return ThinSlab(a, s, kConcrete); }},
+}};
+
+// The section of an area that makes elements: a shell section.
+const AreaSection* ShellSectionOf(const VaskAreaObj& area) {
+  const AreaSection* section = area.PropAreaSectObj;
+  return section != nullptr && section->PropType == 1 ? section : nullptr;
+}
+
+bool LayeredWall(const AreaSection& s) {
+  return s.ShellType == 6 && s.LayerTrelkType >= 1 && s.LayerTrelkType <= 3;
+}
+
+// An embedded beam runs along an edge of a wall: the bottom edge (corners 1 and 2) and
+// the top edge (corners 3 and 4). The left-to-right group takes corners 1 and 3 with the
+// edge's second node first; the right-to-left group takes corners 2 and 4.
+struct EmbedEdge {
+  int corner;
+  int node1;
+  int node2;
+};
+constexpr std::array<EmbedEdge, 2> kLeftToRight = {{{1, 2, 1}, {3, 4, 3}}};
+constexpr std::array<EmbedEdge, 2> kRightToLeft = {{{2, 1, 2}, {4, 3, 4}}};
+
+void FillAreaElements(const VaskModelObj& model, TrelkStore& store, ElementNumbers& numbers) {
+  std::array<std::int32_t, kAreaGroups.size()> counts{};
+  std::int32_t left_to_right = 0;
+  std::int32_t right_to_left = 0;
+  const auto count_edges = [&](const VaskAreaObj& area) {
+    for (int k = 1; k <= 4; ++k) {
+      if (!area.IsEmbed(k)) continue;
+      if (k == 1 || k == 3) {
+        ++left_to_right;
+      } else {
+        ++right_to_left;
+      }
+    }
+  };
+  for (int a = 1; a <= model.AreaNum(); ++a) {
+    const VaskAreaObj& area = *model.AreaObj(a);
+    const AreaSection* section = ShellSectionOf(area);
+    if (section == nullptr) continue;
+    for (std::size_t g = 0; g < kAreaGroups.size(); ++g) {
+      if (kAreaGroups[g].selects(area, *section)) ++counts[g];
+    }
+    const bool thin_wall = section->ShellType == 1 && section->PropMatObj != nullptr &&
+                           area.Orientation == kWall;
+    if (thin_wall || LayeredWall(*section)) count_edges(area);
+  }
+
+  for (std::size_t g = 0; g < kAreaGroups.size(); ++g) {
+    const std::int32_t n = counts[g];
+    if (n == 0) continue;
+    const AreaGroup& spec = kAreaGroups[g];
+    const std::int32_t group = OpenGroup(store, numbers, spec.name, spec.kind, n);
+    std::int32_t k = 1;
+    for (int a = 1; a <= model.AreaNum(); ++a) {
+      VaskAreaObj& area = *model.AreaObj(a);
+      const AreaSection* section = ShellSectionOf(area);
+      if (section == nullptr || !spec.selects(area, *section)) continue;
+      const std::int32_t elem = store.AddTrelkElem();
+      const std::int32_t next = k == n ? 0 : numbers.next_elem + 1;
+      // The nodes go crosswise: the target walks the corners 1, 2, 4, 3.
+      FillTrelkElemRecord(store, elem, group, 0, next, spec.component_source,
+                          spec.component_kind, 1, section->*spec.component, area.idNodes(1),
+                          area.idNodes(2), area.idNodes(4), area.idNodes(3), 0.0);
+      area.idTrelkElem = numbers.next_elem;
+      area.idTrelkElemGroup = group;
+      ++numbers.next_elem;
+      ++k;
+    }
+  }
+
+  // Embedded beams. The counts come from the corner flags; an area counted there whose
+  // embedded section is missing makes no element, and its group keeps the count.
+  const auto embed_group = [&](const char* name, std::int32_t n,
+                               const std::array<EmbedEdge, 2>& edges) {
+    if (n == 0) return;
+    const std::int32_t group = OpenGroup(store, numbers, name, 2, n);
+    std::int32_t k = 1;
+    for (int a = 1; a <= model.AreaNum(); ++a) {
+      const VaskAreaObj& area = *model.AreaObj(a);
+      const AreaSection* section = ShellSectionOf(area);
+      if (section == nullptr || area.EmbedFrameObj == nullptr) continue;
+      const bool thin_wall = section->ShellType == 1 && area.Orientation == kWall;
+      if (!thin_wall && !LayeredWall(*section)) continue;
+      for (const EmbedEdge& edge : edges) {
+        if (!area.IsEmbed(edge.corner)) continue;
+        const std::int32_t elem = store.AddTrelkElem();
+        const std::int32_t next = k == n ? 0 : numbers.next_elem + 1;
+        // The embedded section has no local axis angle of its own.
+        FillTrelkElemRecord(store, elem, group, 0, next, kSourceCompound, kKindFrameCompound, 1,
+                            area.EmbedFrameObj->idTrelkCompoundEmbededBeam,
+                            area.idNodes(edge.node1), area.idNodes(edge.node2), 0, 0, 0.0);
+        ++numbers.next_elem;
+        ++k;
+      }
+    }
+  };
+  embed_group("ElemEmbedBeamLR", left_to_right, kLeftToRight);
+  embed_group("ElemEmbedBeamRL", right_to_left, kRightToLeft);
+}
+
 }  // namespace
 
 void FillTrelkElemGroupRecord(TrelkStore& store, std::int32_t group, const std::string& name,
@@ -142,6 +295,7 @@ void FillTrelkElements(const VaskModelObj& model, TrelkStore& store) {
   store.Elems.SetCount(0);
   ElementNumbers numbers;
   FillFrameElements(model, store, numbers);
+  FillAreaElements(model, store, numbers);
 }
 
 }  // namespace vtt

@@ -4,6 +4,8 @@
 // starts with a leading element record that stands for no source object. Frames go to
 // six groups in a fixed order (concrete column, beam, brace; steel column, beam, brace);
 // each frame's element refers to the compound that its releases and hinges call for.
+// Shell areas follow in eight more groups: thin and layered walls, general walls, slabs
+// and ramps, and the embedded beams along wall edges where frames join.
 // Element and group numbers go back on the source objects for the later steps.
 #pragma once
 
