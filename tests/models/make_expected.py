@@ -524,6 +524,81 @@ def plain_compounds(steel_sections, conc_sections, steel, conc, units):
     return compounds
 
 
+def xec_wall_elastic(number, name, kind, thick, bend, material, material_id, units):
+    """TrelkXecWallElasticRec, 439 bytes; the texts at 42 and 62 are never assigned."""
+    return placed(439, (0, text(name, 40)), (40, i16(number)),
+                  (86, bytes([kind, units["length"], units["force"], 1, 0])),
+                  (103, f32(thick)), (119, f32(bend)), (123, f32(material["E"])), (127, f32(bend)),
+                  (131, f32(material["Nu"])), (187, i16(4)), (219, i16(material_id)))
+
+
+def f32_add(a, b):
+    """The sum of two f32 values in f32."""
+    return widened_f32(widened_f32(a) + widened_f32(b))
+
+
+def wall_fibre_row(count, area):
+    """Areas (stored negative) and positions of `count` fibres spread evenly over the wall
+    length, from -0.5 to 0.5: the start and the step narrowed to f32, each next position
+    the previous one plus the step in f32."""
+    position, step = widened_f32(0.5 / count - 0.5), widened_f32(1.0 / count)
+    positions = []
+    for _ in range(count):
+        positions.append(position)
+        position = f32_add(position, step)
+    return [-widened_f32(area)] * count, positions
+
+
+def xec_wall_inel(number, name, kind, thick, bend, percent, material, concrete_id, rebar_id,
+                  units):
+    """TrelkXecWallInelRec, 455 bytes: six concrete fibres and two rebar fibres; its
+    sub-record is never written."""
+    percent32 = widened_f32(percent)
+    conc_areas, conc_positions = wall_fibre_row(6, thick / 6)
+    rebar_areas, rebar_positions = wall_fibre_row(2, (percent32 * thick) / (2 * 100))
+    blank = [0] * 8
+    return placed(455, (0, text(name, 40)), (40, i16(number)), (42, text("", 20)),
+                  (62, text("", 24)),
+                  (86, bytes([kind, units["length"], units["force"], 1, 8, 0, 0])),
+                  (95, i16(2) + i16(6) + i16(0) + i16(0) + i16(number)),
+                  (111, f32s([percent32, 0.3, 0.0, thick, 0.0, 0.0])),
+                  (155, f32s([bend, material["E"], bend, material["Nu"]])),
+                  (171, bytes([4] * 8 + blank)), (187, bytes([1] * 8 + blank)),
+                  (203, b"".join(i16(v) for v in [1] * 6 + [0] * 2 + blank)),
+                  (235, b"".join(i16(v) for v in [concrete_id] * 6 + [rebar_id] * 2 + blank)),
+                  (267, f32s(conc_areas + rebar_areas + blank)),
+                  (331, f32s(conc_positions + rebar_positions + blank)))
+
+
+def xec_slab(number, name, thick, bend, material, material_id, units):
+    """TrelkXecSlabRec, 274 bytes; the texts at 42 and 62 are never assigned."""
+    return placed(274, (0, text(name, 40)), (40, i16(number)),
+                  (86, bytes([8, units["length"], units["force"], 0])),
+                  (102, f32s([thick, bend])), (122, f32s([thick, material["UnitWeight"]])),
+                  (262, bytes([4, 4]) + i16(6) + i16(material_id) + bytes([4, 4]) + i16(6)
+                   + i16(material_id)))
+
+
+def cpd_wall(number, name, section_kind, section, shear_material, thick, material, units):
+    """TrelkCpdWallRec, 116 bytes: the force unit comes before the length unit."""
+    return placed(116, (0, text(name, 40)), (40, i16(number)),
+                  (42, bytes([3, units["force"], units["length"]])),
+                  (48, i16(section_kind) + i16(section) + i16(5) + i16(shear_material)),
+                  (56, f32s([thick, material["E"], thick])), (68, i16(number)),
+                  (76, f32s([thick, material["UnitWeight"]])))
+
+
+def cpd_gwall(number, name, vertical_kind, vertical, horizontal, shear_material, thick, material,
+              units):
+    """TrelkCpdGWallRec, 108 bytes."""
+    return placed(108, (0, text(name, 40)), (40, i16(number)),
+                  (42, bytes([4, units["force"], units["length"]])),
+                  (48, i16(vertical_kind) + i16(vertical) + i16(12) + i16(horizontal) + i16(2)
+                   + i16(shear_material) + i16(3)),
+                  (64, f32(thick)), (72, f32s([45.0, 45.0])), (80, i16(0)),
+                  (88, f32s([thick, material["UnitWeight"]])))
+
+
 def element_groups(groups_members):
     """Group records and element records, each group led by its leading record.
     groups_members: (name, kind, option, [(node I, node J, compound, angle), ...])."""
@@ -780,6 +855,123 @@ def frames_kn():
     return files
 
 
+def sections():
+    """No frames and no areas: the interest is in the sections. Frame sections of every shape
+    rule, a non-prismatic one, one of type 0 and one of rebar; thin shells of concrete (of
+    thickness 0) and of steel, a membrane and a plane section that are not read, and layered
+    shells of every LayerTrelkType (see model.json)."""
+    name = "sections"
+    files = empty_files(name)
+    u = UNITS_KN_M
+    nodes = node_records([(0.0, 0.0, 0.0, [True] * 6, 0), (2.5, -1.5, 3.2, [False] * 6, 0)])
+
+    # Materials as read, in the order C30, B500, C40, S355, B420. C40 takes its strength from
+    # its curve's peak compression, B420 its eFu from its curve's peak; B500 is uniaxial.
+    c30 = {"E": 3e7, "Nu": 0.2, "G": 1.25e7, "Fu": 30000.0, "ConcFc": 30000.0, "UnitWeight": 24.0}
+    c40 = {"E": 3.5e7, "Nu": 0.18, "G": 14830508.0, "Fu": 42000.0, "ConcFc": 42000.0,
+           "UnitWeight": 25.0}
+    s355 = {"E": 2e8, "Nu": 0.3, "G": 76923077.0, "Fu": 490000.0, "UnitWeight": 76.97}
+    inelastic = [
+        mat_inel(1, "MatIneFibRebar-B500", 0, 2e8, 550000.0, 605000.0, 0.0, 0.2, u),
+        mat_inel(2, "MatIneFibRebar-B420", 0, 1.99e8, 462000.0, 540000.0, 0.0, 0.2, u),
+        mat_inel(3, "MatIneFibConc-C30", 1, 3e7, 0.9 * 30000.0, 30000.0, 0.04, 0.02, u),
+        mat_inel(4, "MatIneFibConc-C40", 1, 3.5e7, 0.9 * 42000.0, 42000.0, 0.04, 0.02, u),
+        mat_inel(5, "MatIneShearConc-C30", 2, 1.25e7, 0.0, 30000.0 / 2, 0.0, 2.0, u),
+        mat_inel(6, "MatIneShearConc-C40", 2, 14830508.0, 0.0, 42000.0 / 2, 0.0, 2.0, u),
+    ]
+    inel_c30, inel_c40, inel_shear_c30, inel_shear_c40 = 3, 4, 5, 6
+    fibre = [mat_fiber(1, "MatElaFiberConc-C30", 3e7, u), mat_fiber(2, "MatElaFiberConc-C40", 3.5e7, u),
+             mat_fiber(3, "MatElaFiberSteel-S355", 2e8, u)]
+    shear = [mat_shear(1, "MatElaShearConc-C30", 1.25e7, u),
+             mat_shear(2, "MatElaShearConc-C40", 14830508.0, u),
+             mat_shear(3, "MatElaShearSteel-S355", 76923077.0, u)]
+    slab = [mat_slab(1, "MatElaSlabConc-C30", 3e7, 0.2, u), mat_slab(2, "MatElaSlabConc-C40", 3.5e7, 0.18, u),
+            mat_slab(3, "MatElaSlabSteel-S355", 2e8, 0.3, u)]
+    fibre_c30, fibre_c40, fibre_s355 = 1, 2, 3
+    shear_c30, shear_s355 = 1, 3
+    slab_c30, slab_s355 = 1, 3
+    # The rebar fibre of every wall: the last steel's fibre (3) is replaced by the last
+    # rebar's inelastic material, B420.
+    rebar_fibre = 2
+
+    # Frame sections as read: X0 (type 0) is not, so TAPER is 5th and BAR 6th. TAPER takes
+    # C30 from its first segment's start section C500X500, not its own S355, and keeps its
+    # type 14: no shape. BAR, of rebar, makes nothing.
+    w310 = {"area": 0.00949, "As2": 0.00345, "As3": 0.0052, "J": 3.6e-7, "I22": 2.2e-5, "I33": 1.65e-4}
+    c500 = {"area": 0.25, "As2": 0.2083, "As3": 0.2083, "J": 0.0088, "I22": 0.005208, "I33": 0.005208}
+    pipe = {"area": 0.0036, "As2": 0.0018, "As3": 0.0018, "J": 1.6e-5, "I22": 8e-6, "I33": 8e-6}
+    circ = {"area": 0.1257, "As2": 0.1131, "As3": 0.1131, "J": 0.002513, "I22": 0.001257,
+            "I33": 0.001257}
+    taper = {"area": 0.2, "As2": 0.16, "As3": 0.16, "J": 0.006, "I22": 0.004, "I33": 0.004}
+    steel_sections = [(1, "W310", w310, 1), (3, "PIPE", pipe, 0)]
+    conc_sections = [(2, "C500X500", c500, 2), (4, "CIRC", circ, 0), (5, "TAPER", taper, 0)]
+    beams, columns, fema_beams, fema_columns = section_components(steel_sections, conc_sections,
+                                                                  s355, c30, u)
+    compounds = plain_compounds(steel_sections, conc_sections, s355, c30, u)
+    assert len(compounds) == 20
+
+    # Area sections as read: MEMB (membrane) and PLANE (plane) are not, so the places are
+    # PLATE-S 1, SLAB0 2, LAY-NONE 3, WALL-FIB 4, LAY-TRANS 5, GWALL-H 6, the long label 7.
+    # LAY-NONE (rebar and an unknown material) is -1 and LAY-TRANS (no concrete layer meets a
+    # rule: 45 degrees, then linear) is 0: neither makes a record.
+    slab0_thick = 0.001                       # 0 and 5e-7 both floored
+    # WALL-FIB, type 1 (C30 at 0 with S22 nonlinear; the C40 plate layer before it is not
+    # structural but counts for bending). Vertical rebar: RV at 90 and RV87; horizontal: RH;
+    # R45 counts nowhere, RP is a plate layer.
+    fib_thick, fib_bend = 0.25, 0.05 + 0.25
+    fib_rebar_v = 0.0015 + 0.0005
+    # GWALL-H, type 2 (C40 at 0.05 with S11 nonlinear); rebar at -90 is vertical.
+    gh_thick = gh_bend = 0.3
+    gh_rebar_h = 0.0016
+    # The long label, type 3: C40 at 87 is not near 90, C30 at 90 with S11 and S22 nonlinear
+    # is. Vertical: 87 and -90; horizontal: 0 and -3. Both concrete layers count.
+    hv_label = "GENERAL-WALL-BOTH-DIRS-H-V"
+    hv_thick = hv_bend = 0.05 + 0.2
+    hv_rebar_v, hv_rebar_h = 0.001 + 0.0008, 0.0011 + 0.0004
+    assert name_with_suffix("XecGWallCIneH-", hv_label, 7) == "XecGWallCIneH-" + hv_label
+    assert name_with_suffix("CpdGWallConcHV-", hv_label, 7) == "CpdGWallConcHV-8"
+
+    wall_elastic = [
+        xec_wall_elastic(1, "XecWallElaS-PLATE-S", 11, 0.02, 0.015, s355, fibre_s355, u),
+        xec_wall_elastic(2, "XecWallElaC-SLAB0", 11, slab0_thick, slab0_thick, c30, fibre_c30, u),
+        xec_wall_elastic(3, "XecGWallElaH-GWALL-H", 13, gh_thick, gh_bend, c40, fibre_c40, u),
+    ]
+    wall_inel = [
+        xec_wall_inel(1, "Notused-XSecWallCIne-SLAB0", 10, slab0_thick, slab0_thick, 0.4, c30,
+                      inel_c30, rebar_fibre, u),
+        xec_wall_inel(2, "XecWallCIneV-WALL-FIB", 10, fib_thick, fib_bend,
+                      100 * fib_rebar_v / fib_thick, c30, inel_c30, rebar_fibre, u),
+        xec_wall_inel(3, "XecGWallCIneH-GWALL-H", 12, gh_thick, gh_bend, 100 * gh_rebar_h / gh_thick,
+                      c40, inel_c40, rebar_fibre, u),
+        xec_wall_inel(4, "XecGWallCIneH-" + hv_label, 12, hv_thick, hv_bend,
+                      100 * hv_rebar_h / hv_thick, c30, inel_c30, rebar_fibre, u),
+        xec_wall_inel(5, "XecGWallCIneV-" + hv_label, 12, hv_thick, hv_bend,
+                      100 * hv_rebar_v / hv_thick, c30, inel_c30, rebar_fibre, u),
+    ]
+    slabs = [xec_slab(1, "XecElaSlabS-PLATE-S", 0.02, 0.015, s355, slab_s355, u),
+             xec_slab(2, "XecElaSlabC-SLAB0", slab0_thick, slab0_thick, c30, slab_c30, u)]
+    walls = [
+        cpd_wall(1, "CpdWallSteelEla-PLATE-S", 11, 1, shear_s355, 0.02, s355, u),
+        cpd_wall(2, "CpdWallConcEla-SLAB0", 11, 2, shear_c30, slab0_thick, c30, u),
+        cpd_wall(3, "CpdWallConcV-WALL-FIB", 10, 2, shear_c30, fib_thick, c30, u),
+    ]
+    general_walls = [
+        cpd_gwall(1, "CpdGWallConcH-GWALL-H", 13, 3, 3, inel_shear_c40, gh_thick, c40, u),
+        cpd_gwall(2, "CpdGWallConcHV-8", 12, 5, 4, inel_shear_c30, hv_thick, c30, u),
+    ]
+
+    # MaxComponentCount: the 20 frame compounds by count; the beam, column, shear and slab
+    # lists stand at capacity 12.
+    library = component_library({
+        "FemaBeam": fema_beams, "FemaColumn": fema_columns, "EndZone": [DEFAULT_END_ZONE],
+        "Release": [EMBED_BEAM_RELEASE], "MatInel": inelastic, "MatElasticFiber": fibre,
+        "MatElasticShear": shear, "MatElasticSlab": slab, "XecBeam": beams, "XecColumn": columns,
+        "XecSlab": slabs, "XecWallInel": wall_inel, "XecWallElastic": wall_elastic,
+        "CpdFrame": compounds, "CpdWall": walls, "CpdGWall": general_walls}, max_count=20)
+    files["TRKDS"] = s_file(name, u, nodes, 3, 2, 200, library)
+    return files
+
+
 def write(model, files):
     folder = os.path.join(HERE, model, "expected")
     os.makedirs(folder, exist_ok=True)
@@ -793,3 +985,4 @@ if __name__ == "__main__":
     write("floors-mats", floors_mats())
     write("frames", frames())
     write("frames-kn", frames_kn())
+    write("sections", sections())
