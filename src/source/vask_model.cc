@@ -39,7 +39,7 @@ std::span<const VaskModelObj::ReadStage> VaskModelObj::ReadStages() {
       {"ReadConstraints", &VaskModelObj::ReadConstraints},
       {"ReadFrames", &VaskModelObj::ReadFrames},
       {"ReadFrameReleases", &VaskModelObj::ReadFrameReleases},
-      {"ReadAreas", nullptr},
+      {"ReadAreas", &VaskModelObj::ReadAreas},
       {"ReadLoadPatterns", nullptr},
       {"ReadLoadNodes", nullptr},
       {"ReadFramesLoadDistributed", nullptr},
@@ -50,16 +50,16 @@ std::span<const VaskModelObj::ReadStage> VaskModelObj::ReadStages() {
       {"LinkFrameSectionMaterials", &VaskModelObj::LinkFrameSectionMaterials},
       {"LinkAreaSectionMaterials", &VaskModelObj::LinkAreaSectionMaterials},
       {"LinkFrameSections", &VaskModelObj::LinkFrameSections},
-      {"LinkAreaSections", nullptr},
+      {"LinkAreaSections", &VaskModelObj::LinkAreaSections},
       {"ClassifyFrames", &VaskModelObj::ClassifyFrames},
-      {"ClassifyAreas", nullptr},
+      {"ClassifyAreas", &VaskModelObj::ClassifyAreas},
       {"ReadMass", nullptr},
       {"ReadVaskTHFunc", nullptr},
       {"MarkLoadPatternContents", nullptr},
       {"ReadReserved", &VaskModelObj::ReadReserved},
       {"FindDriftNodes", &VaskModelObj::FindDriftNodes},
       {"ReadFrameHinges", &VaskModelObj::ReadFrameHinges},
-      {"DetectEmbeddedBeams", nullptr},
+      {"DetectEmbeddedBeams", &VaskModelObj::DetectEmbeddedBeams},
   }};
   return kStages;
 }
@@ -128,6 +128,7 @@ void VaskModelObj::Dispose() {
   nodeTop_ = nullptr;
   nodeBot_ = nullptr;
   nodes_.Clear();
+  coincidentNodes_.Clear();
   frames_.Clear();
   areas_.Clear();
   materials_.Clear();

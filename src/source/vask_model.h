@@ -23,6 +23,7 @@
 
 #include "source/host_model.h"
 #include "source/vask_area.h"
+#include "source/vask_coincident_points.h"
 #include "source/vask_drift_nodes.h"
 #include "source/vask_frame.h"
 #include "source/vask_load.h"
@@ -147,6 +148,22 @@ class VaskModelObj {
   // The first stored release pattern with these six flags (U1..R3 from index 0), or none.
   VaskFrameReleaseObj* FrameReleaseFind(const DofFlags& flags) const;
 
+  // ---- Areas (vask_model_areas.cc) ----
+  // The first present node within 0.000001 of (x, y, z) in each coordinate, or a new
+  // unsupported node labelled "NewNode" and the first free number from `number` on.
+  VaskNodeObj* AddNewNode(int number, double x, double y, double z);
+  // Puts the area's four nodes in their normal order: the lower pair first, both pairs
+  // running the same way in plan.
+  void NormaliseAreaNodes(VaskAreaObj& area) const;
+  // 1 wall, 2 floor, 3 ramp, from the area's normal.
+  int AreaOrientationGet(const VaskAreaObj& area) const;
+  // The first node, from node 1, whose coordinates each differ from (x, y, z) by less than
+  // 0.000001, or none. Goes through a grid of every node (see vask_coincident_points.h),
+  // kept up to date as nodes are added; node coordinates must not change once added.
+  VaskNodeObj* FindCoincidentNode(double x, double y, double z) const;
+  // The same answer by the literal search from node 1.
+  VaskNodeObj* FindCoincidentNodeLinear(double x, double y, double z) const;
+
   // ---- Geometry ----
   // Area of a 4-noded area from its nodes in stored order (see QuadArea); 0 when NumNodes
   // is not 4. With `projected`, the area of its plan projection.
@@ -187,6 +204,16 @@ class VaskModelObj {
   void ClassifyFrames();
   // Stage 27 (vask_model_frames.cc): hinges at the frame ends.
   void ReadFrameHinges();
+  // Stage 8 (vask_model_areas.cc): 3- and 4-noded shells; a triangle becomes three
+  // quadrilaterals on new nodes, and every area's nodes are put in their normal order.
+  void ReadAreas();
+  // Stage 19 (vask_model_areas.cc): each area to its section.
+  void LinkAreaSections();
+  // Stage 21 (vask_model_areas.cc): wall, floor or ramp by the area's normal.
+  void ClassifyAreas();
+  // Stage 28 (vask_model_areas.cc): shell nodes where frames join, and the sections of
+  // the beams that tie them in.
+  void DetectEmbeddedBeams();
   // Stage 16 (vask_model_sections.cc): frame and embedded sections to their materials.
   void LinkFrameSectionMaterials();
   // Stage 17 (vask_model_sections.cc): area sections to their materials, then the layer
@@ -217,6 +244,9 @@ class VaskModelObj {
   VaskObjList<VaskTHFuncObj> thFuncs_;
   VaskNodeObj* nodeTop_ = nullptr;
   VaskNodeObj* nodeBot_ = nullptr;
+  // Grid of the nodes 1 to its Num() for FindCoincidentNode (vask_model_areas.cc); it
+  // catches up with nodes added since, and ReadAreas starts it afresh.
+  mutable CoincidentPointIndex coincidentNodes_;
 };
 
 }  // namespace vtt
