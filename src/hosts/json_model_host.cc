@@ -932,22 +932,18 @@ int JsonModelHost::GetFunctionPeriodicPoints(const std::string& name, int& cycle
 
 int JsonModelHost::GetFunctionSine(const std::string& name, double& period, int& stepsPerCycle,
                                    int& cycles, double& amplitude) {
-  const Function* function = Find(model_.functions, functionIndex_, name);
-  if (function == nullptr || function->kind != kSine || !function->period ||
-      !function->stepsPerCycle || !function->cycles || !function->amplitude) {
-    return Failed(period, stepsPerCycle, cycles, amplitude);
-  }
-  period = *function->period;
-  stepsPerCycle = *function->stepsPerCycle;
-  cycles = *function->cycles;
-  amplitude = *function->amplitude;
-  return kSucceeded;
+  return GetWaveFunction(name, kSine, period, stepsPerCycle, cycles, amplitude);
 }
 
 int JsonModelHost::GetFunctionCosine(const std::string& name, double& period, int& stepsPerCycle,
                                      int& cycles, double& amplitude) {
+  return GetWaveFunction(name, kCosine, period, stepsPerCycle, cycles, amplitude);
+}
+
+int JsonModelHost::GetWaveFunction(const std::string& name, int kind, double& period,
+                                   int& stepsPerCycle, int& cycles, double& amplitude) const {
   const Function* function = Find(model_.functions, functionIndex_, name);
-  if (function == nullptr || function->kind != kCosine || !function->period ||
+  if (function == nullptr || function->kind != kind || !function->period ||
       !function->stepsPerCycle || !function->cycles || !function->amplitude) {
     return Failed(period, stepsPerCycle, cycles, amplitude);
   }

@@ -172,6 +172,9 @@ class JsonModelHost final : public HostModel {
                         double& ratio1, double& ratio2) override;
 
  private:
+  // A sine or a cosine: the same data, told apart by the function's kind.
+  int GetWaveFunction(const std::string& name, int kind, double& period, int& stepsPerCycle,
+                      int& cycles, double& amplitude) const;
   // Names to the position of their first entry in one list of the model. The keys view
   // the names held by the model, whose lists do not move once read, except the materials,
   // which AddDefaultMaterial grows and then indexes anew.
