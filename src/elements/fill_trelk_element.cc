@@ -81,16 +81,16 @@ void FillFrameElements(const VaskModelObj& model, TrelkStore& store, ElementNumb
   for (std::size_t g = 0; g < kFrameGroups.size(); ++g) {
     const std::int32_t n = counts[g];
     if (n == 0) continue;
-    const FrameGroup& spec = kFrameGroups[g];
-    const std::int32_t group = OpenGroup(store, numbers, spec.name, spec.kind, n);
+    const FrameGroup& layout = kFrameGroups[g];
+    const std::int32_t group = OpenGroup(store, numbers, layout.name, layout.kind, n);
     std::int32_t k = 1;
     for (int f = 1; f <= model.FrameNum(); ++f) {
       VaskFrameObj& frame = *model.FrameObj(f);
-      if (!InGroup(frame, spec)) continue;
+      if (!InGroup(frame, layout)) continue;
       const std::int32_t elem = store.AddTrelkElem();
       const std::int32_t next = k == n ? 0 : numbers.next_elem + 1;
       FillTrelkElemRecord(store, elem, group, 0, next, kSourceCompound, kKindFrameCompound,
-                          spec.option, CompoundOf(frame, spec), frame.NodeI, frame.NodeJ, 0, 0,
+                          layout.option, CompoundOf(frame, layout), frame.NodeI, frame.NodeJ, 0, 0,
                           frame.Angle);
       frame.idTrelkElem = numbers.next_elem;
       frame.idTrelkElemGroup = group;
@@ -203,18 +203,18 @@ void FillAreaElements(const VaskModelObj& model, TrelkStore& store, ElementNumbe
   for (std::size_t g = 0; g < kAreaGroups.size(); ++g) {
     const std::int32_t n = counts[g];
     if (n == 0) continue;
-    const AreaGroup& spec = kAreaGroups[g];
-    const std::int32_t group = OpenGroup(store, numbers, spec.name, spec.kind, n);
+    const AreaGroup& layout = kAreaGroups[g];
+    const std::int32_t group = OpenGroup(store, numbers, layout.name, layout.kind, n);
     std::int32_t k = 1;
     for (int a = 1; a <= model.AreaNum(); ++a) {
       VaskAreaObj& area = *model.AreaObj(a);
       const AreaSection* section = ShellSectionOf(area);
-      if (section == nullptr || !spec.selects(area, *section)) continue;
+      if (section == nullptr || !layout.selects(area, *section)) continue;
       const std::int32_t elem = store.AddTrelkElem();
       const std::int32_t next = k == n ? 0 : numbers.next_elem + 1;
       // The nodes go crosswise: the target walks the corners 1, 2, 4, 3.
-      FillTrelkElemRecord(store, elem, group, 0, next, spec.component_source,
-                          spec.component_kind, 1, section->*spec.component, area.idNodes(1),
+      FillTrelkElemRecord(store, elem, group, 0, next, layout.component_source,
+                          layout.component_kind, 1, section->*layout.component, area.idNodes(1),
                           area.idNodes(2), area.idNodes(4), area.idNodes(3), 0.0);
       area.idTrelkElem = numbers.next_elem;
       area.idTrelkElemGroup = group;
