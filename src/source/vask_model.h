@@ -171,6 +171,13 @@ class VaskModelObj {
   // Distance between the frame's end nodes; with `projected`, the plan length.
   double FrameObjLengthGet(const VaskFrameObj& frame, bool projected) const;
 
+  // ---- Loads (vask_model_loads.cc) ----
+  // Stage 13: a point load standing at a frame end (RD within 1e-6 of 0 or 1) becomes a
+  // new nodal load of that end node, with the frame's positive-downward value as F3.
+  void CheckLoadFramePoint();
+  // Whether the readers take loads of a pattern of this host type: every type passes.
+  static bool IsLoadPatternDeadOrLive(int type);
+
   // Stage 26: sets NodeTopObj and NodeBotObj to the drift pair (see vask_drift_nodes.h),
   // unless no pair was found or either node is the last node of the model, whose
   // position is not below NodeNum. Uses the indexed search.
@@ -219,6 +226,28 @@ class VaskModelObj {
   // Stage 17 (vask_model_sections.cc): area sections to their materials, then the layer
   // rule of every layered shell.
   void LinkAreaSectionMaterials();
+  // ---- Load stages (vask_model_loads.cc) ----
+  // Stage 9: every load pattern of the host with its self-weight multiplier.
+  void ReadLoadPatterns();
+  // Stage 10: the nodal loads in "GLOBAL", one object per loaded node.
+  void ReadLoadNodes();
+  // Stage 11: distributed loads of every frame, superposed and sorted per pattern.
+  void ReadFramesLoadDistributed();
+  // Stage 12: point loads of every frame, sorted and folded per pattern.
+  void ReadFramesLoadPoint();
+  // Stage 14: uniform area loads; an area with one load the target cannot take loses all.
+  void ReadLoadAreas();
+  // Stage 15: each area load spread to the four corners of every 4-noded area of its label.
+  void SpreadLoadAreas();
+  // Stage 24: which patterns carry nodal loads, frame loads and self weight.
+  void MarkLoadPatternContents();
+  // ---- end of load stages ----
+
+  // ---- Mass stage (vask_model_mass.cc) ----
+  // Stage 22: the host's mass source, and the four mass accumulators of every node.
+  void ReadMass();
+  // ---- end of mass stage ----
+
   // Stage 25: reads nothing. It keeps its place so that the stage numbers stay those that
   // the rest of the system cites.
   void ReadReserved();
