@@ -146,6 +146,23 @@ void RecordList::Allocate() {
   sub_records_.resize(slots * shape_.sub_record_size, 0);
 }
 
+void RecordList::SetCountAndAllocate(std::int32_t count) {
+  const std::int64_t limit = shape_.width == CountWidth::I16 ? kI16Max : kI32Max;
+  const std::int64_t capacity = static_cast<std::int64_t>(count) + shape_.step;
+  if (count < 0) throw std::logic_error(fmt::format("negative count of {}", shape_.what));
+  // The capacity is a count of the same width in the file.
+  if (capacity > limit) {
+    throw TransferFailure(fmt::format(
+        "Overflow: the structure can hold at most {} {}; this model needs more.",
+        limit - shape_.step, shape_.what));
+  }
+  count_ = count;
+  capacity_ = static_cast<std::int32_t>(capacity);
+  records_.clear();
+  sub_records_.clear();
+  Allocate();
+}
+
 bool RecordList::Add() {
   const std::int64_t limit = shape_.width == CountWidth::I16 ? kI16Max : kI32Max;
   const std::int64_t count = static_cast<std::int64_t>(count_) + 1;

@@ -111,6 +111,9 @@ class RecordList {
   std::int32_t Count() const { return count_; }
   std::int32_t Capacity() const { return capacity_; }
   void SetCount(std::int32_t count);
+  // For the fill steps that set a list's count outright: Count = `count`, Capacity =
+  // `count` plus the step, every record zero. A count past the width is an overflow failure.
+  void SetCountAndAllocate(std::int32_t count);
 
   RecordRef Record(std::int32_t number);
   RecordRef SubRecord(std::int32_t number);

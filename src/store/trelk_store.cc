@@ -1,10 +1,14 @@
 #include "store/trelk_store.h"
 
 #include <algorithm>
+#include <limits>
 #include <stdexcept>
+
+#include <fmt/format.h>
 
 #include "source/host_model.h"
 #include "store/text_encoding.h"
+#include "transfer/failure.h"
 
 namespace vtt {
 namespace {
@@ -346,11 +350,39 @@ std::int32_t TrelkStore::AddTrelkSelfWeightPattern() {
   return SelfWeightPatterns.Count();
 }
 
+void TrelkStore::AllocateLoadNodePatterns(std::int32_t count) {
+  LoadNodePatterns.SetCountAndAllocate(count);
+  LoadNodeValue.Reshape({{1, LoadNodePatterns.Capacity()}, {1, Nodes.Capacity()}});
+}
+
+void TrelkStore::AllocateLoadFramePatterns(std::int32_t count, std::int32_t slot_capacity) {
+  // The slot bound is an i16 of the file, like the counts.
+  if (slot_capacity < 1 || slot_capacity > std::numeric_limits<std::int16_t>::max()) {
+    throw TransferFailure(fmt::format(
+        "Overflow: the structure can hold at most {} frame load subgroups in one element "
+        "group and load pattern; this model needs {}.",
+        std::numeric_limits<std::int16_t>::max() - 1, slot_capacity - 1));
+  }
+  LoadFramePatterns.SetCountAndAllocate(count);
+  LoadFrameValueSlotCapacity = static_cast<std::int16_t>(slot_capacity);
+  ReshapeFrameLoadMatrices();
+}
+
+void TrelkStore::AllocateSelfWeightPatterns(std::int32_t count) {
+  SelfWeightPatterns.SetCountAndAllocate(count);
+  SelfWeightElemFlag.Reshape({{1, SelfWeightPatterns.Capacity()}, {1, Elems.Capacity()}});
+}
+
 std::int32_t TrelkStore::AddTrelkSectionCut() {
   if (SectionCuts.Add()) {
     CutGroupFlag.Reshape({{0, CutGroups.Capacity()}, {1, SectionCuts.Capacity()}});
   }
   return SectionCuts.Count();
+}
+
+void TrelkStore::AllocateSectionCuts(std::int32_t count) {
+  SectionCuts.SetCountAndAllocate(count);
+  CutGroupFlag.Reshape({{0, CutGroups.Capacity()}, {1, SectionCuts.Capacity()}});
 }
 
 std::int32_t TrelkStore::AddTrelkCutMember() {

@@ -231,7 +231,17 @@ class TrelkStore {
   std::int32_t AddTrelkLoadFramePattern();
   std::int32_t AddTrelkLoadFrameValue();
   std::int32_t AddTrelkSelfWeightPattern();
+  // The load steps know their pattern counts before they fill a pattern: each sets the
+  // count outright with room for ten more, and makes the matrices tied to the patterns
+  // anew, zero, for the new capacity. The frame load patterns also take the bound of the
+  // subgroup slot of their value matrix.
+  void AllocateLoadNodePatterns(std::int32_t count);
+  void AllocateLoadFramePatterns(std::int32_t count, std::int32_t slot_capacity);
+  void AllocateSelfWeightPatterns(std::int32_t count);
   std::int32_t AddTrelkSectionCut();
+  // Sets the section cut count to `count` with room for ten more, and sizes the cut
+  // group flags to the new capacity.
+  void AllocateSectionCuts(std::int32_t count);
   std::int32_t AddTrelkCutMember();
   std::int32_t AddTrelkCutGroup();
   std::int32_t AddTrelkDrift();

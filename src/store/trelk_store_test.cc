@@ -163,6 +163,24 @@ TEST(TrelkStore, ALongCountTakesPastTheShortLimit) {
   EXPECT_EQ(elements.Capacity(), 32778);
 }
 
+TEST(TrelkStore, SettingACountAllocatesTenMoreAndClearsTheRecords) {
+  RecordList cuts(RecordList::Shape{"section cuts", 78, CountWidth::I16, 0, 1, 34});
+  cuts.Add();
+  cuts.Record(1).SetText(TextField("Name", 0, 40), "old");
+  cuts.SetCountAndAllocate(2);
+  EXPECT_EQ(cuts.Count(), 2);
+  EXPECT_EQ(cuts.Capacity(), 12);
+  for (std::int32_t r = 0; r <= 12; ++r) {
+    for (std::uint8_t b : cuts.RecordBytes(r)) ASSERT_EQ(b, 0) << "record " << r;
+    EXPECT_EQ(cuts.SubRecordBytes(r).size(), 34u);
+  }
+  // Capacity 32767 is the last an i16 can hold.
+  RecordList members(RecordList::Shape{"section cuts", 78});
+  members.SetCountAndAllocate(32757);
+  EXPECT_EQ(members.Capacity(), 32767);
+  EXPECT_THROW(members.SetCountAndAllocate(32758), TransferFailure);
+}
+
 TEST(TrelkStore, ShortFieldOverflowNamesTheField) {
   std::vector<std::uint8_t> bytes(4, 0);
   RecordRef rec(bytes);

@@ -1,0 +1,114 @@
+#include "analysis/fill_trelk_section_cut.h"
+
+#include <string>
+
+#include "source/vask_model.h"
+#include "store/section_cut_records.h"
+#include "store/trelk_store.h"
+#include "transfer/failure.h"
+
+namespace vtt {
+namespace {
+
+bool IsSupportNode(const VaskModelObj& model, const std::string& label,
+                   const std::string& owner) {
+  const VaskNodeObj* node = model.NodeObjGet(label);
+  if (node == nullptr) {
+    throw TransferFailure(owner + ": node \"" + label + "\" is not a node of the model.");
+  }
+  return node->IsSupport();
+}
+
+bool SupportAtI(const VaskModelObj& model, const VaskFrameObj& frame) {
+  return IsSupportNode(model, frame.LabelNodeI, "Frame " + frame.Label);
+}
+
+bool SupportAtJ(const VaskModelObj& model, const VaskFrameObj& frame) {
+  return IsSupportNode(model, frame.LabelNodeJ, "Frame " + frame.Label);
+}
+
+bool FrameIsCut(const VaskModelObj& model, const VaskFrameObj& frame) {
+  return SupportAtI(model, frame) != SupportAtJ(model, frame);
+}
+
+bool AreaIsCut(const VaskModelObj& model, const VaskAreaObj& area) {
+  if (area.NumNodes < 2) return false;
+  const std::string owner = "Area " + area.Label;
+  return IsSupportNode(model, area.LabelNodes(1), owner) &&
+         IsSupportNode(model, area.LabelNodes(2), owner);
+}
+
+void FillCut(TrelkStore& store, std::int32_t cut, const char* name, std::int32_t first,
+             std::int32_t last) {
+  RecordRef rec = store.SectionCuts.Record(cut);
+  rec.SetText(section_cut_rec::Name, name);
+  rec.SetInt(section_cut_rec::FirstMember, first);
+  rec.SetInt(section_cut_rec::LastMember, last);
+  rec.SetInt(section_cut_rec::Flag, 0);
+  rec.SetReal(section_cut_rec::Value1, 1.0);
+  rec.SetReal(section_cut_rec::Value2, 2.0);
+  rec.SetReal(section_cut_rec::Value3, 3.0);
+}
+
+void FillMember(TrelkStore& store, std::int32_t entry, int end, std::int32_t elem,
+                std::int32_t next) {
+  RecordRef rec = store.CutMembers.Record(entry);
+  rec.SetInt(cut_member_rec::End, end);
+  rec.SetInt(cut_member_rec::Elem, elem);
+  rec.SetInt(cut_member_rec::Next, next);
+}
+
+}  // namespace
+
+void FillTrelkSectionCuts(const VaskModelObj& model, TrelkStore& store) {
+  std::int32_t nf = 0;
+  for (int f = 1; f <= model.FrameNum(); ++f) {
+    if (FrameIsCut(model, *model.FrameObj(f))) ++nf;
+  }
+  std::int32_t na = 0;
+  for (int a = 1; a <= model.AreaNum(); ++a) {
+    if (AreaIsCut(model, *model.AreaObj(a))) ++na;
+  }
+  const std::int32_t cuts = (nf > 0 ? 1 : 0) + (na > 0 ? 1 : 0);
+  if (cuts == 0) return;
+  store.AllocateSectionCuts(cuts);
+  // Each cut has a head entry, counted even for a kind with no member.
+  store.CutMembers.SetCountAndAllocate(nf + 1 + na + 1);
+
+  std::int32_t cut = 0;
+  if (nf > 0) {
+    FillCut(store, ++cut, "Frame Base Cut", 1, nf + 1);
+    FillMember(store, 1, 0, 0, 2);
+    std::int32_t j = 0;
+    for (int f = 1; f <= model.FrameNum(); ++f) {
+      const VaskFrameObj& frame = *model.FrameObj(f);
+      if (!FrameIsCut(model, frame)) continue;
+      ++j;
+      const int end = SupportAtI(model, frame) ? 0 : 1;
+      FillMember(store, j + 1, end, frame.idTrelkElem, j == nf ? 0 : j + 2);
+    }
+  }
+  if (na > 0) {
+    const std::int32_t first = nf == 0 ? 1 : nf + 2;
+    FillCut(store, ++cut, "Area Base Cut", first, first + na);
+    FillMember(store, first, 0, 0, first + 1);
+    std::int32_t k = 0;
+    for (int a = 1; a <= model.AreaNum(); ++a) {
+      const VaskAreaObj& area = *model.AreaObj(a);
+      if (!AreaIsCut(model, area)) continue;
+      ++k;
+      FillMember(store, first + k, 0, area.idTrelkElem, k == na ? 0 : first + k + 1);
+    }
+  }
+
+  const std::int32_t group = store.AddTrelkCutGroup();
+  RecordRef rec = store.CutGroups.Record(group);
+  rec.SetText(cut_group_rec::Name, "Support Sect Group");
+  rec.SetInt(cut_group_rec::Kind, 1);
+  rec.SetInt(cut_group_rec::CutCount, cuts);
+  for (std::int32_t c = 1; c <= cuts; ++c) {
+    store.CutGroupFlag.At({group, c})[0] = 1;
+  }
+}
+
+}  // namespace vtt
