@@ -7,6 +7,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "source/vask_load.h"
 #include "source/vask_obj_list.h"
@@ -62,6 +63,11 @@ class VaskFrameObj {
 
   int LoadFrameDistributedNum() const { return LoadFrameDistributedObj.Num(); }
   int LoadFramePointNum() const { return LoadFramePointObj.Num(); }
+  // Whether a distributed load object of `pattern` has an item with |Val1| or |Val2|
+  // above 1e-6.
+  bool LoadFrameDistributedNotEmpty(std::string_view pattern) const;
+  // Whether a point load object of `pattern` has an item with |Val| above 1e-6.
+  bool LoadFramePointNotEmpty(std::string_view pattern) const;
 
   // A frame with a hinge at either end takes the inelastic (FEMA) components.
   bool IsFEMAFrame() const;

@@ -1,12 +1,13 @@
 // Load patterns and the loads of the source model.
 //
-// Plain data: the readers of the load stages fill these objects and the load, mass and
-// load-case steps read them. Each per-item list is one-based and kept beside a separate
+// Small objects with the few operations that build them: the readers of the load stages
+// fill them, and the load, mass and load-case steps read them. Each per-item list is one-based and kept beside a separate
 // `ItemNum`, since a list may hold entries past the count (a removed frame point load
 // leaves its old last entry behind, and a later pass still reads it).
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "source/vask_one_based.h"
 
@@ -26,9 +27,15 @@ class VaskLoadPatternObj {
   std::string TrelkLoadPatternSelfWeightName;
 };
 
-// The loads of one node. F3 is positive upward, along global +Z.
+// The loads of one node, one item per pattern. F3 is positive upward, along global +Z.
+// The item lists are sized to exactly ItemNum.
 class VaskLoadNodeObj {
  public:
+  // Adds the six values to the item of `pattern`, leaving Label as it is; without one,
+  // appends an item for it and sets Label to `label`.
+  void SetLoadNode(const std::string& label, const std::string& pattern, double f1, double f2,
+                   double f3, double m1, double m2, double m3);
+
   int ItemNum = 0;
   std::string Label;
   OneBasedList<std::string> LoadPattern;
@@ -40,37 +47,95 @@ class VaskLoadNodeObj {
   OneBasedList<double> F1;
 };
 
+// Room of the frame load work lists: they start with this many entries and grow by as many.
+inline constexpr int kLoadFrameListChunk = 100;
+
 // The work list of a piecewise linear load along a frame: stations at relative distances,
-// with the value just left and just right of each.
+// ascending, with the value just left and just right of each.
 class VaskPairObj {
  public:
-  OneBasedList<double> dist;
-  OneBasedList<double> ValLeft;
-  OneBasedList<double> ValRight;
+  // Starts the list with the two ends of the frame, 0 and 1, carrying nothing.
+  void AddFirstPair();
+  // Superposes one straight piece from d1 to d2 (relative distances, d1 below d2): left1
+  // and right1 are added just left and right of d1, left2 and right2 just left and right
+  // of d2, and the straight line from (d1, right1) to (d2, left2) to every station between
+  // them. A distance within 1e-6 of a station is that station; any other gets a new
+  // station carrying the value the list had there.
+  void AddPair(double d1, double left1, double right1, double d2, double left2, double right2);
+
+  OneBasedList<double> dist = OneBasedList<double>(kLoadFrameListChunk);
+  OneBasedList<double> ValLeft = OneBasedList<double>(kLoadFrameListChunk);
+  OneBasedList<double> ValRight = OneBasedList<double>(kLoadFrameListChunk);
   int ItemNum = 0;
+
+ private:
+  // Puts a station at `place`, moving the stations from there on one place up.
+  void InsertStation(int place, double d, double left, double right);
 };
 
+// The value at x of the straight line through (x1, y1) and (x2, y2), taken only between the
+// two: 0 when x1 equals x2 or x lies outside them. The two points may come in either order.
+double Interpolate(double x, double x1, double y1, double x2, double y2);
+
+// The span tolerance of SortLoadFrameDistributed for a length unit (program length code, 0
+// inch to 4 metre): a millionth of a millimetre in that unit, from the single-precision
+// inches table. It is compared with relative distances all the same, so it is 1e-6 in
+// millimetres and smaller in every larger unit.
+double LoadFrameDistributedSpanTolerance(int unitLength);
+
 // The distributed loads of one frame in one pattern; values positive downward, distances
-// relative to the frame length.
+// relative to the frame length. The item lists start with room for 100 and grow by 100.
 class VaskLoadFrameDistObj {
  public:
+  // Appends the piece from rd1 to rd2. The host's upward directions (6 global Z, 9
+  // projected Z) are stored negated, so every value kept is positive downward.
+  void AddLoadFrameDistributed(int dir, double rd1, double rd2, double val1, double val2);
+  // Rewrites the items as the superposition of all of them: sorted, non-overlapping
+  // pieces; spans that carry nothing, or are no longer than the tolerance of the length
+  // unit `unitLength` (see LoadFrameDistributedSpanTolerance), are left out, and adjoining
+  // pieces on one straight line are joined.
+  void SortLoadFrameDistributed(int unitLength);
+  // True when an item has |Val1| or |Val2| above 1e-6.
+  bool HasLoad() const;
+
   std::string Label;
   int ItemNum = 0;
-  OneBasedList<double> Val2;
-  OneBasedList<double> Val1;
-  OneBasedList<double> RD2;
-  OneBasedList<double> RD1;
+  OneBasedList<double> Val2 = OneBasedList<double>(kLoadFrameListChunk);
+  OneBasedList<double> Val1 = OneBasedList<double>(kLoadFrameListChunk);
+  OneBasedList<double> RD2 = OneBasedList<double>(kLoadFrameListChunk);
+  OneBasedList<double> RD1 = OneBasedList<double>(kLoadFrameListChunk);
   // Nothing writes it, so it reads 0.
   int Dir = 0;
   std::string CSys;
   int LoadType = 0;
   std::string PatternLabel;
+  // Kept between sorts: a second sort superposes the items on the stations of the first.
   VaskPairObj PairObj;
+
+ private:
+  void AppendItem(double rd1, double rd2, double val1, double val2);
+  void RemoveItem(int k);
 };
 
-// The point loads of one frame in one pattern; values positive downward.
+// The point loads of one frame in one pattern; values positive downward. The item lists
+// are sized to ItemNum when an item is added; removing one leaves them as they are, so
+// the entries past ItemNum still hold what the last places held before.
 class VaskLoadFramePointObj {
  public:
+  // Appends a load at rd; the upward directions 6 and 9 are stored negated.
+  void AddLoadFramePoint(int dir, double rd, double val);
+  // Sorts the items by RD and folds loads within 1e-6 of each other into one. The bounds of
+  // both loops are those on entry, so once a fold has shortened the list the loops go on
+  // reading the old entries past ItemNum, and a fold with one of those shortens it again.
+  void SortLoadFramePoint();
+  // Moves the items above k one place down and lowers ItemNum by 1; the lists keep their
+  // length.
+  void RemoveLoadFramePoint(int k);
+  // Sizes the item lists to ItemNum.
+  void RedimLoadFramePoint();
+  // True when an item has |Val| above 1e-6.
+  bool HasLoad() const;
+
   int ItemNum = 0;
   std::string Label;
   OneBasedList<double> Val;
@@ -82,15 +147,37 @@ class VaskLoadFramePointObj {
   std::string PatternLabel;
 };
 
-// The uniform loads of one area. A value is kept as its decimal text and read back by a
-// text-to-number conversion; it is positive along +Z.
+// The uniform loads of one area, one item per pattern. A value is kept as its decimal
+// text (15 significant digits) and read back by a text-to-number conversion, so a sum is
+// rounded to 15 digits after each addition; it is positive along +Z.
 class VaskLoadAreaObj {
  public:
+  // Adds `value` to the item of `pattern` when dir is 6 or 9 and subtracts it otherwise;
+  // the item keeps the direction of its first load. Without an item, appends one with
+  // `dir` and the value, negated unless dir is 6 or 9, and sets Label to `label`. The
+  // coordinate system is not kept: the readers pass only "GLOBAL" loads.
+  void SetLoadArea(const std::string& label, const std::string& pattern, std::string_view csys,
+                   int dir, double value);
+  // Value(i) as a number.
+  double ValueNumber(int i) const;
+
   int ItemNum = 0;
   std::string Label;
   OneBasedList<std::string> Value;
   OneBasedList<int> Direction;
   OneBasedList<std::string> LoadPattern;
 };
+
+// The text an area load value is kept as: `%.15g`.
+std::string LoadAreaValueText(double value);
+
+// Whether a load's coordinate system is the global one: "GLOBAL" exactly once spaces are
+// trimmed from both ends ("Global" is another system). No other system is carried.
+bool IsGlobalLoadCSys(std::string_view csys);
+
+// Whether ReadLoadAreas gives up an area for a load with this pattern type, coordinate
+// system and direction: any system but "GLOBAL" (spaces trimmed), or a direction other than
+// 6, 9, 10 and 11. The type plays no part.
+bool IsAreaLoadRejected(int type, std::string_view csys, int dir);
 
 }  // namespace vtt

@@ -1,0 +1,425 @@
+// The loads of the source model: stages 9 to 15 (ReadLoadPatterns, ReadLoadNodes,
+// ReadFramesLoadDistributed, ReadFramesLoadPoint, CheckLoadFramePoint, ReadLoadAreas,
+// SpreadLoadAreas) and 24 (MarkLoadPatternContents) of ReadVaskData.
+//
+// What leaves here: the patterns; the nodal loads, which also take the end point loads of
+// frames and the corner shares of area loads; and on every frame its distributed and point
+// loads per pattern, positive downward. A load the target cannot take (another coordinate
+// system than "GLOBAL", a direction other than Z or gravity, a moment along a frame) is
+// left out without a word.
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstddef>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "source/vask_model.h"
+#include "store/units.h"
+
+namespace vtt {
+namespace {
+
+constexpr double kSmall = 1e-6;
+
+// MyType of a frame load that is a force; moments are not carried.
+constexpr int kFrameLoadForce = 1;
+
+// Area section type of a shell, and the two shell kinds whose material is known.
+constexpr int kPropTypeShell = 1;
+constexpr int kShellThin = 1;
+constexpr int kShellLayered = 6;
+
+// Directions that the frame and area readers take: global Z and projected Z (upward
+// positive), gravity and projected gravity (downward positive).
+bool IsCarriedDirection(int dir) { return dir == 6 || dir == 9 || dir == 10 || dir == 11; }
+
+// The projected directions, whose area loads act on the plan area.
+bool IsProjectedDirection(int dir) { return dir == 9 || dir == 11; }
+
+// The count of a host list, never past what the arrays hold.
+template <class... Arrays>
+int ItemsOf(int count, const Arrays&... arrays) {
+  int num = count;
+  ((num = std::min(num, static_cast<int>(arrays.size()))), ...);
+  return std::max(num, 0);
+}
+
+std::size_t At(int i) { return static_cast<std::size_t>(i); }
+
+// Whether a frame load item is one the frame readers take.
+bool IsCarriedFrameLoad(int myType, const std::string& csys, int dir) {
+  return myType == kFrameLoadForce && IsGlobalLoadCSys(csys) && IsCarriedDirection(dir);
+}
+
+VaskLoadFrameDistObj* FindLoadFrameDistributed(const VaskFrameObj& frame,
+                                                const std::string& pattern, int loadType,
+                                                const std::string& csys) {
+  for (int k = 1; k <= frame.LoadFrameDistributedNum(); ++k) {
+    VaskLoadFrameDistObj* load = frame.LoadFrameDistributedObj(k);
+    if (load->PatternLabel == pattern && load->LoadType == loadType && load->CSys == csys) {
+      return load;
+    }
+  }
+  return nullptr;
+}
+
+// Point loads of a frame are kept per pattern alone.
+VaskLoadFramePointObj* FindLoadFramePoint(const VaskFrameObj& frame, const std::string& pattern) {
+  for (int k = 1; k <= frame.LoadFramePointNum(); ++k) {
+    VaskLoadFramePointObj* load = frame.LoadFramePointObj(k);
+    if (load->PatternLabel == pattern) return load;
+  }
+  return nullptr;
+}
+
+VaskLoadFramePointObj& LoadFramePointFor(VaskFrameObj& frame, const std::string& frameName,
+                                         const std::string& pattern, const std::string& csys) {
+  if (VaskLoadFramePointObj* found = FindLoadFramePoint(frame, pattern)) return *found;
+  VaskLoadFramePointObj& load = *frame.LoadFramePointObj.Add();
+  load.Label = frameName;
+  load.PatternLabel = pattern;
+  load.LoadType = kFrameLoadForce;
+  load.CSys = csys;
+  return load;
+}
+
+// The distributed loads of one frame, sorted per pattern afterwards with the length unit
+// that `unitLength` gives. A piece shorter than 1e-6 is a point load of its start value at
+// its start.
+template <class UnitLength>
+void ReadLoadFrameDistributed(HostModel& host, VaskFrameObj& frame, UnitLength& unitLength) {
+  int count = 0;
+  Names frameNames;
+  Names patterns;
+  Ints myTypes;
+  Names csys;
+  Ints dirs;
+  Reals rd1;
+  Reals rd2;
+  Reals dist1;
+  Reals dist2;
+  Reals val1;
+  Reals val2;
+  host.GetFrameDistributedLoads(frame.Label, ItemType::Object, count, frameNames, patterns, myTypes,
+                                csys, dirs, rd1, rd2, dist1, dist2, val1, val2);
+  const int num = ItemsOf(count, frameNames, patterns, myTypes, csys, dirs, rd1, rd2, val1, val2);
+  int patternType = 0;
+  for (int i = 0; i < num; ++i) {
+    // Asked as for every load; the answer decides nothing here.
+    host.GetLoadPatternType(patterns[At(i)], patternType);
+    if (!IsCarriedFrameLoad(myTypes[At(i)], csys[At(i)], dirs[At(i)])) continue;
+    if (std::abs(rd1[At(i)] - rd2[At(i)]) >= kSmall) {
+      VaskLoadFrameDistObj* load =
+          FindLoadFrameDistributed(frame, patterns[At(i)], myTypes[At(i)], csys[At(i)]);
+      if (load == nullptr) {
+        load = frame.LoadFrameDistributedObj.Add();
+        load->Label = frameNames[At(i)];
+        load->PatternLabel = patterns[At(i)];
+        load->LoadType = myTypes[At(i)];
+        load->CSys = csys[At(i)];
+      }
+      load->AddLoadFrameDistributed(dirs[At(i)], rd1[At(i)], rd2[At(i)], val1[At(i)],
+                                    val2[At(i)]);
+    } else {
+      LoadFramePointFor(frame, frameNames[At(i)], patterns[At(i)], csys[At(i)])
+          .AddLoadFramePoint(dirs[At(i)], rd1[At(i)], val1[At(i)]);
+    }
+  }
+  for (int k = 1; k <= frame.LoadFrameDistributedNum(); ++k) {
+    frame.LoadFrameDistributedObj(k)->SortLoadFrameDistributed(unitLength());
+  }
+}
+
+// The point loads of one frame, joined to those that stage 11 found; every point object of
+// the frame is sorted afterwards.
+void ReadLoadFramePoint(HostModel& host, VaskFrameObj& frame) {
+  int count = 0;
+  Names frameNames;
+  Names patterns;
+  Ints myTypes;
+  Names csys;
+  Ints dirs;
+  Reals relDist;
+  Reals dist;
+  Reals val;
+  host.GetFramePointLoads(frame.Label, ItemType::Object, count, frameNames, patterns, myTypes,
+                          csys, dirs, relDist, dist, val);
+  const int num = ItemsOf(count, frameNames, patterns, myTypes, csys, dirs, relDist, val);
+  int patternType = 0;
+  for (int i = 0; i < num; ++i) {
+    host.GetLoadPatternType(patterns[At(i)], patternType);
+    if (!IsCarriedFrameLoad(myTypes[At(i)], csys[At(i)], dirs[At(i)])) continue;
+    LoadFramePointFor(frame, frameNames[At(i)], patterns[At(i)], csys[At(i)])
+        .AddLoadFramePoint(dirs[At(i)], relDist[At(i)], val[At(i)]);
+  }
+  for (int k = 1; k <= frame.LoadFramePointNum(); ++k) {
+    frame.LoadFramePointObj(k)->SortLoadFramePoint();
+  }
+}
+
+// One load list of an area as the host gives it, from either of the two area load queries.
+struct AreaLoads {
+  Names patterns;
+  Names csys;
+  Ints dirs;
+  Reals values;
+  int num = 0;
+};
+
+// The weight of a material, when there is one.
+bool HasUnitWeight(const VaskPropMaterialObj* material) {
+  return material != nullptr && material->UnitWeight > kSmall;
+}
+
+}  // namespace
+
+bool VaskModelObj::IsLoadPatternDeadOrLive(int /*type*/) {
+  // The readers ask this of every load they take, but no pattern type is left out.
+  return true;
+}
+
+void VaskModelObj::ReadLoadPatterns() {
+  int count = 0;
+  Names names;
+  host_.GetLoadPatternNames(count, names);
+  int type = 0;
+  double multiplier = 0.0;
+  const int num = ItemsOf(count, names);
+  for (int i = 0; i < num; ++i) {
+    const std::string& name = names[At(i)];
+    host_.GetLoadPatternType(name, type);
+    if (!IsLoadPatternDeadOrLive(type)) continue;
+    host_.GetSelfWeightMultiplier(name, multiplier);
+    VaskLoadPatternObj& pattern = *AddLoadPattern();
+    pattern.Label = name;
+    pattern.SelfWtMultiplier = multiplier;
+  }
+}
+
+void VaskModelObj::ReadLoadNodes() {
+  int count = 0;
+  Names pointNames;
+  Names patterns;
+  Ints steps;
+  Names csys;
+  Reals f1;
+  Reals f2;
+  Reals f3;
+  Reals m1;
+  Reals m2;
+  Reals m3;
+  int type = 0;
+  for (int n = 1; n <= NodeNum(); ++n) {
+    host_.GetPointForces(NodeObj(n)->Label, ItemType::Object, count, pointNames, patterns, steps,
+                         csys, f1, f2, f3, m1, m2, m3);
+    if (count < 1) continue;
+    const int num = ItemsOf(count, pointNames, patterns, csys, f1, f2, f3, m1, m2, m3);
+    std::vector<bool> taken(At(num), false);
+    bool anyTaken = false;
+    for (int i = 0; i < num; ++i) {
+      host_.GetLoadPatternType(patterns[At(i)], type);
+      taken[At(i)] = IsGlobalLoadCSys(csys[At(i)]) && IsLoadPatternDeadOrLive(type);
+      anyTaken = anyTaken || taken[At(i)];
+    }
+    if (!anyTaken) continue;
+    // One new object per loaded node, whatever objects the node already has.
+    VaskLoadNodeObj& loads = *AddLoadNode();
+    for (int i = 0; i < num; ++i) {
+      if (!taken[At(i)]) continue;
+      loads.SetLoadNode(pointNames[At(i)], patterns[At(i)], f1[At(i)], f2[At(i)], f3[At(i)],
+                        m1[At(i)], m2[At(i)], m3[At(i)]);
+    }
+  }
+}
+
+void VaskModelObj::ReadFramesLoadDistributed() {
+  // The sorting works in the length unit of the structure, the one the host's present
+  // units give. It is asked of the host only once a distributed load is there to be
+  // sorted, and then once for the stage.
+  int unitLength = -1;
+  const auto unitLengthOnce = [this, &unitLength] {
+    if (unitLength < 0) unitLength = UnitsForHostCode(host_.GetPresentUnits()).UnitLength;
+    return unitLength;
+  };
+  for (int i = 1; i <= FrameNum(); ++i) {
+    ReadLoadFrameDistributed(host_, *FrameObj(i), unitLengthOnce);
+  }
+}
+
+void VaskModelObj::ReadFramesLoadPoint() {
+  for (int i = 1; i <= FrameNum(); ++i) ReadLoadFramePoint(host_, *FrameObj(i));
+}
+
+void VaskModelObj::CheckLoadFramePoint() {
+  for (int i = 1; i <= FrameNum(); ++i) {
+    const VaskFrameObj& frame = *FrameObj(i);
+    for (int k = 1; k <= frame.LoadFramePointNum(); ++k) {
+      VaskLoadFramePointObj& load = *frame.LoadFramePointObj(k);
+      // The value goes on as it is stored, positive downward, into F3, which is positive
+      // upward: an end load changes its sense on this road. That is the rule.
+      if (load.ItemNum > 0 && load.RD(1) < kSmall) {
+        AddLoadNode()->SetLoadNode(frame.LabelNodeI, load.PatternLabel, 0.0, 0.0, load.Val(1),
+                                   0.0, 0.0, 0.0);
+        load.RemoveLoadFramePoint(1);
+      }
+      if (load.ItemNum > 0 && std::abs(load.RD(load.ItemNum) - 1.0) < kSmall) {
+        AddLoadNode()->SetLoadNode(frame.LabelNodeJ, load.PatternLabel, 0.0, 0.0,
+                                   load.Val(load.ItemNum), 0.0, 0.0, 0.0);
+        load.RemoveLoadFramePoint(load.ItemNum);
+      }
+    }
+  }
+}
+
+void VaskModelObj::ReadLoadAreas() {
+  int count = 0;
+  Names areaNames;
+  Ints distTypes;
+  AreaLoads loads;
+  int type = 0;
+  // Two passes over every area: the uniform loads, then the uniform loads that the host
+  // spreads to frames, taken alike (how they are spread is not carried). The parts of a
+  // divided triangle carry its label, so each of them takes the triangle's loads.
+  for (int pass = 1; pass <= 2; ++pass) {
+    for (int a = 1; a <= AreaNum(); ++a) {
+      const std::string& label = AreaObj(a)->Label;
+      if (pass == 1) {
+        host_.GetAreaUniformLoads(label, ItemType::Object, count, areaNames, loads.patterns,
+                                  loads.csys, loads.dirs, loads.values);
+      } else {
+        host_.GetAreaUniformToFrameLoads(label, ItemType::Object, count, areaNames,
+                                         loads.patterns, loads.csys, loads.dirs, loads.values,
+                                         distTypes);
+      }
+      if (count < 1) continue;
+      loads.num = ItemsOf(count, loads.patterns, loads.csys, loads.dirs, loads.values);
+      // One load the target cannot take costs the area every load of this pass.
+      bool rejected = false;
+      for (int i = 0; i < loads.num && !rejected; ++i) {
+        host_.GetLoadPatternType(loads.patterns[At(i)], type);
+        rejected = IsAreaLoadRejected(type, loads.csys[At(i)], loads.dirs[At(i)]);
+      }
+      if (rejected) continue;
+      VaskLoadAreaObj& areaLoads = *AddLoadArea();
+      for (int i = 0; i < loads.num; ++i) {
+        areaLoads.SetLoadArea(label, loads.patterns[At(i)], loads.csys[At(i)], loads.dirs[At(i)],
+                              loads.values[At(i)]);
+      }
+    }
+  }
+}
+
+void VaskModelObj::SpreadLoadAreas() {
+  // Every load object reaches every 4-noded area of its label, in area order. The areas of
+  // each label are gathered once, so the spreading stays linear in the size of the model.
+  std::unordered_map<std::string, std::vector<int>> areasOf;
+  for (int a = 1; a <= AreaNum(); ++a) {
+    if (AreaObj(a)->NumNodes == 4) areasOf[AreaObj(a)->Label].push_back(a);
+  }
+  for (int k = 1; k <= LoadAreaNum(); ++k) {
+    const VaskLoadAreaObj& loads = *LoadAreaObj(k);
+    const auto found = areasOf.find(loads.Label);
+    if (found == areasOf.end()) continue;
+    for (const int a : found->second) {
+      const VaskAreaObj& area = *AreaObj(a);
+      const std::string owner = "Area \"" + area.Label + "\"";
+      std::array<double, 4> x{};
+      std::array<double, 4> y{};
+      std::array<double, 4> z{};
+      for (int j = 1; j <= 4; ++j) {
+        const VaskNodeObj& node = RequiredNode(area.LabelNodes(j), owner);
+        x[At(j - 1)] = node.x;
+        y[At(j - 1)] = node.y;
+        z[At(j - 1)] = node.z;
+      }
+      double acting = QuadArea(x, y, z, false);
+      const double plan = QuadArea(x, y, z, true);
+      for (int t = 1; t <= loads.ItemNum; ++t) {
+        // Once a projected load has been met, the later loads of this object act on the
+        // plan area too.
+        if (IsProjectedDirection(loads.Direction(t))) acting = plan;
+        const double f = loads.ValueNumber(t) * acting / 4.0;
+        for (int j = 1; j <= 4; ++j) {
+          const std::string& nodeLabel = area.LabelNodes(j);
+          VaskLoadNodeObj* nodeLoads = LoadNodeObjGet(nodeLabel);
+          if (nodeLoads == nullptr) nodeLoads = AddLoadNode();
+          nodeLoads->SetLoadNode(nodeLabel, loads.LoadPattern(t), 0.0, 0.0, f, 0.0, 0.0, 0.0);
+        }
+      }
+    }
+  }
+}
+
+void VaskModelObj::MarkLoadPatternContents() {
+  // Nodal loads: the patterns with an item that is not negligible.
+  std::unordered_set<std::string> nodeLoaded;
+  for (int n = 1; n <= LoadNodeNum(); ++n) {
+    const VaskLoadNodeObj& loads = *LoadNodeObj(n);
+    for (int i = 1; i <= loads.ItemNum; ++i) {
+      const std::array<double, 6> values = {loads.F1(i), loads.F2(i), loads.F3(i),
+                                            loads.M1(i), loads.M2(i), loads.M3(i)};
+      if (std::any_of(values.begin(), values.end(),
+                      [](double v) { return std::abs(v) > kSmall; })) {
+        nodeLoaded.insert(loads.LoadPattern(i));
+      }
+    }
+  }
+  // Frame loads: the patterns for which some frame's LoadFrameDistributedNotEmpty or
+  // LoadFramePointNotEmpty holds, gathered in one pass over the load objects.
+  std::unordered_set<std::string> frameLoaded;
+  for (int i = 1; i <= FrameNum(); ++i) {
+    const VaskFrameObj& frame = *FrameObj(i);
+    for (int k = 1; k <= frame.LoadFrameDistributedNum(); ++k) {
+      const VaskLoadFrameDistObj& load = *frame.LoadFrameDistributedObj(k);
+      if (load.HasLoad()) frameLoaded.insert(load.PatternLabel);
+    }
+    for (int k = 1; k <= frame.LoadFramePointNum(); ++k) {
+      const VaskLoadFramePointObj& load = *frame.LoadFramePointObj(k);
+      if (load.HasLoad()) frameLoaded.insert(load.PatternLabel);
+    }
+  }
+  for (int p = 1; p <= LoadPatternNum(); ++p) {
+    VaskLoadPatternObj& pattern = *LoadPatternObj(p);
+    if (nodeLoaded.contains(pattern.Label)) pattern.LoadNodeNotEmpty = true;
+    if (frameLoaded.contains(pattern.Label)) pattern.LoadElementNotEmpty = true;
+  }
+
+  // Self weight: a pattern with a multiplier carries it when some frame or shell has
+  // weight. The shell's material is that of a thin shell, or the concrete of a layered one;
+  // for a shell of another kind the material looked at for the area before it is looked at
+  // again, across patterns too.
+  // Which frame is met first does not depend on the pattern, so the frames are looked at
+  // once.
+  bool frameHasWeight = false;
+  for (int i = 1; i <= FrameNum() && !frameHasWeight; ++i) {
+    const VaskPropFrameSectObj* section = FrameObj(i)->PropFrameSectObj;
+    frameHasWeight = section != nullptr && HasUnitWeight(section->PropMatObj);
+  }
+  const VaskPropMaterialObj* material = nullptr;
+  for (int p = 1; p <= LoadPatternNum(); ++p) {
+    VaskLoadPatternObj& pattern = *LoadPatternObj(p);
+    if (!(pattern.SelfWtMultiplier >= kSmall)) continue;
+    if (frameHasWeight) {
+      pattern.SelfWeightNotEmpty = true;
+      continue;
+    }
+    for (int a = 1; a <= AreaNum(); ++a) {
+      const VaskPropAreaSectObj* shell = AreaObj(a)->PropAreaSectObj;
+      if (shell == nullptr) continue;
+      if (shell->ShellType == kShellThin) {
+        material = shell->PropMatObj;
+      } else if (shell->ShellType == kShellLayered) {
+        material = shell->LayerPropMatConcObj;
+      }
+      if (shell->PropType == kPropTypeShell && HasUnitWeight(material)) {
+        pattern.SelfWeightNotEmpty = true;
+        break;
+      }
+    }
+  }
+}
+
+}  // namespace vtt
