@@ -1,0 +1,400 @@
+#include "analysis/fill_trelk_load_case.h"
+
+#include <algorithm>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+#include "source/host_model.h"
+#include "source/vask_model.h"
+#include "store/load_case_records.h"
+#include "store/structure_files.h"
+#include "store/trelk_store.h"
+#include "transfer/failure.h"
+
+namespace vtt {
+namespace {
+
+// Host case types that the step takes.
+constexpr int kCaseNonlinearStatic = 2;
+constexpr int kCaseNonlinearHistory = 8;
+// Load control of a static case.
+constexpr int kControlForce = 1;
+constexpr int kControlDisplacement = 2;
+
+constexpr std::string_view kDriftH1 = "H1 Drift";
+constexpr std::string_view kDriftH2 = "H2 Drift";
+constexpr std::string_view kDynamicSeries = "DynaAnalysis";
+constexpr std::string_view kPushoverSeries = "PushAnalysis";
+
+// The host's count, but never past the arrays it returned.
+int Bounded(int count, std::size_t size) {
+  return std::clamp(count, 0, static_cast<int>(size));
+}
+
+// ---- Gravity cases ----
+
+// The entries of a force-controlled case: for each "Load" of a known pattern, its nodal,
+// frame-load and self-weight patterns in that order, all with the load's factor.
+std::vector<CaseLoadEntry> GravityEntries(const VaskModelObj& model, int count,
+                                          const Names& types, const Names& names,
+                                          const Reals& factors) {
+  std::vector<CaseLoadEntry> entries;
+  for (int i = 0; i < count; ++i) {
+    if (types[i] != "Load") continue;
+    const VaskLoadPatternObj* pattern = model.LoadPatternObjGet(names[i]);
+    if (pattern == nullptr) continue;
+    const double sf = factors[i];
+    const auto add = [&](bool holds, int kind, const std::string& name) {
+      if (holds && static_cast<int>(entries.size()) < kMaxCaseLoads) {
+        entries.push_back({kind, name, sf});
+      }
+    };
+    add(pattern->LoadNodeNotEmpty, 1, pattern->TrelkLoadPatternNodeName);
+    add(pattern->LoadElementNotEmpty, 2, pattern->TrelkLoadPatternElementName);
+    add(pattern->SelfWeightNotEmpty, 3, pattern->TrelkLoadPatternSelfWeightName);
+  }
+  return entries;
+}
+
+// ---- Pushover cases ----
+
+struct PushoverLoads {
+  bool on_modes = false;
+  std::vector<CaseLoadEntry> loads;
+  std::vector<CaseModeEntry> modes;
+};
+
+// The entries of a displacement-controlled case, of the kind that its first "Load", "Mode"
+// or "Accel" sets; nothing when it has none of these.
+std::optional<PushoverLoads> PushoverEntries(const VaskModelObj& model,
+                                             const std::string& case_name, int count,
+                                             const Names& types, const Names& names,
+                                             const Reals& factors) {
+  const auto first = std::find_if(types.begin(), types.begin() + count, [](const std::string& t) {
+    return t == "Load" || t == "Mode" || t == "Accel";
+  });
+  if (first == types.begin() + count) return std::nullopt;
+  const std::string kind = *first;
+
+  PushoverLoads result;
+  for (int i = 0; i < count; ++i) {
+    if (types[i] != kind) continue;
+    const double sf = factors[i];
+    if (kind == "Load") {
+      // Only the nodal pattern is pushed; frame loads and self weight stay behind.
+      const VaskLoadPatternObj* pattern = model.LoadPatternObjGet(names[i]);
+      if (pattern == nullptr || !pattern->LoadNodeNotEmpty) continue;
+      if (static_cast<int>(result.loads.size()) >= kMaxCaseLoads) continue;
+      result.loads.push_back({1, pattern->TrelkLoadPatternNodeName, sf});
+    } else if (kind == "Mode") {
+      if (static_cast<int>(result.modes.size()) >= kMaxPushoverModes) continue;
+      const std::int64_t mode = ModeNumberFromLoadName(names[i]);
+      if (mode < 0 || mode > 255) {
+        throw TransferFailure("Load case \"" + case_name + "\": the mode \"" + names[i] +
+                              "\" is not a mode number from 0 to 255.");
+      }
+      result.modes.push_back({static_cast<int>(mode), sf});
+    } else {
+      std::string pattern;
+      if (names[i] == "UX") {
+        pattern = "AccelUX";
+      } else if (names[i] == "UY") {
+        pattern = "AccelUY";
+      } else {
+        continue;
+      }
+      if (static_cast<int>(result.loads.size()) >= kMaxCaseLoads) continue;
+      result.loads.push_back({1, pattern, sf});
+    }
+  }
+  result.on_modes = kind == "Mode";
+  return result;
+}
+
+// ---- History cases ----
+
+// The acceleration of each direction U1, U2, U3 that the case applies; the first load of a
+// direction in host order wins. Nothing when the case has none.
+std::optional<std::array<HistoryDirection, 3>> HistoryDirections(HostModel& host,
+                                                                  const std::string& case_name,
+                                                                  double gravity) {
+  int count = 0;
+  Names types, names, functions;
+  Reals factors, time_factors;
+  host.GetHistoryLoads(case_name, count, types, names, functions, factors, time_factors);
+  count = Bounded(count, std::min({types.size(), names.size(), functions.size(), factors.size(),
+                                   time_factors.size()}));
+  std::array<HistoryDirection, 3> directions{};
+  bool found = false;
+  // From the last load to the first, so that the first of a direction is the one left.
+  for (int i = count - 1; i >= 0; --i) {
+    if (types[i] != "Accel") continue;
+    int d = -1;
+    if (names[i] == "U1") d = 0;
+    if (names[i] == "U2") d = 1;
+    if (names[i] == "U3") d = 2;
+    if (d < 0) continue;
+    directions[d].function = functions[i];
+    directions[d].factor = factors[i];
+    directions[d].time_factor = time_factors[i];
+    found = true;
+  }
+  if (!found) return std::nullopt;
+  // The host's acceleration is in length units per second squared; Trelk's in g.
+  for (HistoryDirection& direction : directions) direction.factor /= gravity;
+  return directions;
+}
+
+// ---- The series ----
+
+void RemoveOldSeries(const LoadCaseContext& context, const TrelkStore& store,
+                     std::string_view series) {
+  const std::filesystem::path folder =
+      context.structure_folder.empty()
+          ? StructureFolderPath(store.StructuresRoot, store.StructureName)
+          : context.structure_folder;
+  const std::filesystem::path path = folder / std::string(series);
+  std::error_code ec;
+  if (!std::filesystem::is_directory(path, ec)) return;
+  if (context.delete_folder) {
+    context.delete_folder(path);
+  } else {
+    std::filesystem::remove_all(path, ec);
+  }
+}
+
+}  // namespace
+
+std::int64_t ModeNumberFromLoadName(std::string_view load_name) {
+  std::size_t i = 0;
+  while (i < load_name.size() && (load_name[i] == ' ' || load_name[i] == '\t')) ++i;
+  bool negative = false;
+  if (i < load_name.size() && (load_name[i] == '+' || load_name[i] == '-')) {
+    negative = load_name[i] == '-';
+    ++i;
+  }
+  // Past 255 the number is out of range whatever follows; stop growing it well before any
+  // overflow.
+  constexpr std::int64_t kCeiling = 1'000'000;
+  std::int64_t value = 0;
+  for (; i < load_name.size() && load_name[i] >= '0' && load_name[i] <= '9'; ++i) {
+    value = std::min(kCeiling, value * 10 + (load_name[i] - '0'));
+  }
+  return negative ? -value : value;
+}
+
+void FillGravityCase(TrelkStore& store, std::int32_t number, std::string_view name,
+                     const std::vector<CaseLoadEntry>& entries) {
+  namespace r = gravity_case_rec;
+  RecordRef rec = store.GravityCases.Record(number);
+  rec.SetText(r::Name, NameWithSuffix("", name, number));
+  rec.SetInt(r::Kind, 0);
+  const int count = std::min(static_cast<int>(entries.size()), r::kMaxLoads);
+  rec.SetInt(r::LoadCount, count);
+  for (int e = 1; e <= count; ++e) {
+    const CaseLoadEntry& entry = entries[static_cast<std::size_t>(e - 1)];
+    rec.SetInt(r::LoadKind(e), entry.kind);
+    rec.SetText(r::LoadName(e), entry.name);
+    rec.SetReal(r::LoadFactor(e), entry.factor);
+  }
+}
+
+void FillPushoverCase(TrelkStore& store, std::int32_t number, std::string_view name,
+                      const std::vector<CaseLoadEntry>& loads,
+                      const std::vector<CaseModeEntry>& modes, bool on_modes, int monitored_dof) {
+  namespace r = pushover_case_rec;
+  RecordRef rec = store.PushoverCases.Record(number);
+  rec.SetText(r::Name, name);
+  rec.SetInt(r::Kind, 1);
+  rec.SetInt(r::Mode, on_modes ? 1 : 0);
+  rec.SetText(r::Criterion, kCaseCriterion);
+  rec.SetInt(r::Value1, 50);
+  rec.SetInt(r::Value2, 200);
+  rec.SetReal(r::Value3, 0.02);
+  if (on_modes) {
+    const int count = std::min(static_cast<int>(modes.size()), kMaxPushoverModes);
+    rec.SetInt(r::LoadCount, count);
+    for (int e = 1; e <= count; ++e) {
+      const CaseModeEntry& entry = modes[static_cast<std::size_t>(e - 1)];
+      rec.SetInt(r::ModeNumber(e), entry.mode);
+      rec.SetReal(r::LoadFactor(e), entry.factor);
+    }
+  } else {
+    const int count = std::min(static_cast<int>(loads.size()), r::kMaxLoads);
+    rec.SetInt(r::LoadCount, count);
+    for (int e = 1; e <= count; ++e) {
+      const CaseLoadEntry& entry = loads[static_cast<std::size_t>(e - 1)];
+      rec.SetInt(r::LoadKind(e), entry.kind);
+      rec.SetText(r::LoadName(e), entry.name);
+      rec.SetReal(r::LoadFactor(e), entry.factor);
+    }
+  }
+  rec.SetText(r::DriftName, monitored_dof == 2 ? kDriftH2 : kDriftH1);
+}
+
+void FillDynamicCase(TrelkStore& store, const VaskModelObj& model, std::int32_t number,
+                     std::string_view name, std::string_view subfolder,
+                     const std::array<HistoryDirection, 3>& directions, int steps,
+                     double step_size) {
+  namespace r = dynamic_case_rec;
+  RecordRef rec = store.DynamicCases.Record(number);
+  rec.SetText(r::Name, name);
+  rec.SetInt(r::Kind, 1);
+  rec.SetText(r::Criterion, kCaseCriterion);
+  rec.SetReal(r::Duration, static_cast<double>(steps) * step_size);
+  rec.SetReal(r::TimeStep, step_size);
+  rec.SetInt(r::Value1, 200);
+  for (int slot = 1; slot <= 3; ++slot) {
+    const HistoryDirection& direction = directions[static_cast<std::size_t>(slot - 1)];
+    if (direction.function.empty()) {
+      rec.SetText(r::RecordFolder(slot), "");
+      rec.SetText(r::RecordName(slot), "");
+      rec.SetText(r::RecordTitle(slot), "");
+      rec.SetInt(r::RecordPoints(slot), 0);
+      rec.SetReal(r::Factor(slot), 0.0);
+      rec.SetReal(r::TimeFactor(slot), 1.0);
+      continue;
+    }
+    // A function whose kind the reading could not take has no record file and no points.
+    const VaskTHFuncObj* function = model.THFuncObjGet(direction.function);
+    rec.SetText(r::RecordFolder(slot), subfolder);
+    rec.SetText(r::RecordName(slot), direction.function);
+    rec.SetText(r::RecordTitle(slot), "EarthquakeRecord: " + direction.function);
+    rec.SetInt(r::RecordPoints(slot), function != nullptr ? function->ValueNum : 0);
+    rec.SetReal(r::Factor(slot), direction.factor);
+    rec.SetReal(r::TimeFactor(slot), direction.time_factor);
+  }
+  const bool u2_only = directions[0].function.empty() && !directions[1].function.empty();
+  rec.SetText(r::DriftName, u2_only ? kDriftH2 : kDriftH1);
+  rec.SetInt(r::Value2, 1);
+}
+
+void FillAnalysisSeries(TrelkStore& store, std::int32_t number, std::string_view name,
+                        const SeriesDamping& damping) {
+  namespace r = load_case_rec;
+  RecordRef rec = store.LoadCases.Record(number);
+  rec.SetText(r::Name, name);
+  rec.SetText(r::Title, "Trelk: " + std::string(name));
+  rec.SetText(r::Text, "");
+  rec.SetInt(r::Flag1, 0);
+  rec.SetInt(r::Flag2, 0);
+  rec.SetInt(r::Value1, 0);
+  rec.SetInt(r::Value2, 10);
+  rec.SetReal(r::Value3, 1.0);
+  rec.SetInt(r::HasDetail, 0);
+
+  double f1 = damping.value1;
+  double f2 = damping.value2;
+  double r1 = damping.ratio1;
+  double r2 = damping.ratio2;
+  // Periods and frequencies are put in rising order, each ratio staying with its value.
+  const auto order = [&] {
+    if (f1 > f2) {
+      std::swap(f1, f2);
+      std::swap(r1, r2);
+    }
+  };
+  switch (damping.type) {
+    case 1:
+      rec.SetReal(r::DampPeriod1, 0.1);
+      rec.SetReal(r::DampPeriod2, 0.9);
+      rec.SetReal(r::DampRatio1, damping.mass_coefficient * 0.1 / 4 / kDampingPi);
+      rec.SetReal(r::DampRatio2, damping.stiffness_coefficient * kDampingPi / 0.9);
+      break;
+    case 2:
+      order();
+      rec.SetReal(r::DampPeriod1, f1);
+      rec.SetReal(r::DampPeriod2, f2);
+      rec.SetReal(r::DampRatio1, r1);
+      rec.SetReal(r::DampRatio2, r2);
+      break;
+    case 3:
+      order();
+      if (f1 == 0.0 || f2 == 0.0) {
+        throw TransferFailure("Division by zero: the damping of the analysis series \"" +
+                              std::string(name) + "\" is given at a frequency of 0.");
+      }
+      // The higher frequency is the shorter period.
+      rec.SetReal(r::DampPeriod1, 1 / f2);
+      rec.SetReal(r::DampPeriod2, 1 / f1);
+      rec.SetReal(r::DampRatio1, r2);
+      rec.SetReal(r::DampRatio2, r1);
+      break;
+    default:
+      break;
+  }
+}
+
+void FillTrelkLoadCases(HostModel& host, VaskModelObj& model, TrelkStore& store,
+                        const LoadCaseContext& context) {
+  int case_count = 0;
+  Names case_names;
+  host.GetCaseNames(case_count, case_names);
+  case_count = Bounded(case_count, case_names.size());
+
+  const double gravity = store.Units.UnitGravity;
+  int dynamic_count = 0;
+  std::optional<std::string> last_history;
+
+  for (int c = 0; c < case_count; ++c) {
+    const std::string& name = case_names[static_cast<std::size_t>(c)];
+    int type = 0, sub_type = 0, design_type = 0, design_option = 0, auto_created = 0;
+    host.GetCaseType(name, type, sub_type, design_type, design_option, auto_created);
+
+    if (type == kCaseNonlinearHistory) {
+      const auto directions = HistoryDirections(host, name, gravity);
+      int steps = 0;
+      double step_size = 0.0;
+      host.GetHistoryTimeStep(name, steps, step_size);
+      if (!directions) continue;
+      ++dynamic_count;
+      if (dynamic_count < kDynamicCaseCountLimit) {
+        const std::int32_t number = store.AddDynamicCase();
+        FillDynamicCase(store, model, number, name, context.records_subfolder, *directions,
+                        steps, step_size);
+      }
+      last_history = name;
+      continue;
+    }
+    if (type != kCaseNonlinearStatic) continue;
+
+    int control = 0, displacement_type = 0, monitored_dof = 0;
+    double displacement = 0.0;
+    std::string monitored_point;
+    host.GetStaticLoadApplication(name, control, displacement_type, displacement, monitored_dof,
+                                  monitored_point);
+    int count = 0;
+    Names types, names;
+    Reals factors;
+    host.GetStaticLoads(name, count, types, names, factors);
+    count = Bounded(count, std::min({types.size(), names.size(), factors.size()}));
+
+    if (control == kControlForce) {
+      if (store.GravityCases.Count() >= kMaxGravityCases) continue;
+      const auto entries = GravityEntries(model, count, types, names, factors);
+      FillGravityCase(store, store.AddGravityCase(), name, entries);
+    } else if (control == kControlDisplacement) {
+      if (store.PushoverCases.Count() >= kMaxPushoverCases) continue;
+      const auto loads = PushoverEntries(model, name, count, types, names, factors);
+      if (!loads) continue;
+      FillPushoverCase(store, store.AddPushoverCase(), name, loads->loads, loads->modes,
+                       loads->on_modes, monitored_dof);
+    }
+  }
+
+  if (last_history && dynamic_count > 0) {
+    RemoveOldSeries(context, store, kDynamicSeries);
+    const std::int32_t number = store.AddTrelkLoadCase();
+    SeriesDamping damping;
+    host.GetHistoryDamping(*last_history, damping.type, damping.mass_coefficient,
+                           damping.stiffness_coefficient, damping.value1, damping.value2,
+                           damping.ratio1, damping.ratio2);
+    FillAnalysisSeries(store, number, kDynamicSeries, damping);
+  } else if (store.PushoverCases.Count() > 0) {
+    RemoveOldSeries(context, store, kPushoverSeries);
+    FillAnalysisSeries(store, store.AddTrelkLoadCase(), kPushoverSeries, SeriesDamping{});
+  }
+}
+
+}  // namespace vtt
