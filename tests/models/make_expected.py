@@ -325,12 +325,13 @@ def xec_head(name, number, units, kind, shape):
             (86, bytes([0, units["length"], units["force"], kind, shape, 0]))]
 
 
-def xec_beam(number, name, kind, shape, section, material, units):
-    """TrelkXecBeamRec, 424 bytes."""
+def xec_beam(number, name, kind, shape, section, material, units, depths=(0.0, 0.0)):
+    """TrelkXecBeamRec, 424 bytes. Only embedded-beam sections carry depths (t2, t3); the
+    flange and web thicknesses are never read."""
     return placed(424, *xec_head(name, number, units, kind, shape),
                   (104, f32s(section_constants(section))), (128, f32s([1.0, 1.0])),
                   (144, f32s([material["E"], material["Nu"], material["G"]])),
-                  (156, f32s([0.0] * 4)), (400, i16(number)))
+                  (156, f32s(list(depths) + [0.0, 0.0])), (400, i16(number)))
 
 
 def xec_column(number, name, kind, shape, section, material, units):
@@ -972,6 +973,417 @@ def sections():
     return files
 
 
+# --- walls-slabs -------------------------------------------------------------------------
+
+COINCIDENT = 0.000001
+
+
+def area_new_node(nodes, number, x, y, z):
+    """A node of a divided triangle: an existing node within the tolerance in all three
+    coordinates, or a new unsupported node named "NewNode" and the first free number."""
+    for node in nodes:
+        if (abs(node["x"] - x) < COINCIDENT and abs(node["y"] - y) < COINCIDENT
+                and abs(node["z"] - z) < COINCIDENT):
+            return node
+    labels = {node["label"] for node in nodes}
+    while "NewNode%d" % number in labels:
+        number += 1
+    node = {"label": "NewNode%d" % number, "x": x, "y": y, "z": z, "restrained": [False] * 6,
+            "id": len(nodes) + 2}
+    nodes.append(node)
+    return node
+
+
+def sorted_area_nodes(corners):
+    """The four corners sorted by elevation with the exchange scheme (ties stay), then the
+    upper pair turned to run in the plan direction of the lower pair."""
+    p = list(corners)
+    for i in range(4):
+        for j in range(i + 1, 4):
+            if p[j]["z"] < p[i]["z"]:
+                p[i], p[j] = p[j], p[i]
+    if ((p[1]["x"] - p[0]["x"]) * (p[3]["x"] - p[2]["x"])
+            + (p[1]["y"] - p[0]["y"]) * (p[3]["y"] - p[2]["y"])) < 0:
+        p[2], p[3] = p[3], p[2]
+    return p
+
+
+def area_orientation(corners):
+    """1 wall, 2 floor, 3 ramp, from the normal of the two diagonals."""
+    p = [(n["x"], n["y"], n["z"]) for n in sorted_area_nodes(corners)]
+
+    def sub(a, b):
+        return (a[0] - b[0], a[1] - b[1], a[2] - b[2])
+
+    def length(v):
+        return math.sqrt(v[0] * v[0] + v[1] * v[1] + v[2] * v[2])
+
+    if length(sub(p[3], p[2])) < 0.1 or length(sub(p[1], p[0])) < 0.1:
+        return 2
+    a, b = sub(p[2], p[1]), sub(p[3], p[0])
+    n = (a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0])
+    m = length(n)
+    if m < COINCIDENT:
+        m = 0.001
+    nz = n[2] / m
+    pi = 3.1415926
+    if math.cos(5 * pi / 180) < abs(nz):
+        return 2
+    if abs(nz) < math.cos(85 * pi / 180):
+        return 1
+    return 3
+
+
+def read_areas(nodes, host_areas, sections):
+    """The areas as read: quadrilaterals as they stand, triangles divided into three on new
+    nodes, areas of other sections or of five nodes left out; then every area in normal
+    order. Each area: label, section name, its four nodes."""
+    by_label = {}
+    for node in nodes:
+        by_label.setdefault(node["label"], node)
+    areas, c = [], 0
+    for label, section, points in host_areas:
+        if section not in sections:
+            continue
+        corners = [by_label[p] for p in points]
+        if len(corners) == 4:
+            areas.append({"label": label, "section": section, "nodes": corners})
+        elif len(corners) == 3:
+            p1, p2, p3 = corners
+            c += 1
+
+            def centroid(k):
+                m = (p1[k] + p2[k]) / 2
+                return (m + m + p3[k]) / 3
+
+            def middle(a, b):
+                return [(a[k] + b[k]) / 2 for k in "xyz"]
+
+            centre = area_new_node(nodes, c + 1, *[centroid(k) for k in "xyz"])
+            m12 = area_new_node(nodes, c + 2, *middle(p1, p2))
+            m23 = area_new_node(nodes, c + 3, *middle(p2, p3))
+            m31 = area_new_node(nodes, c + 4, *middle(p3, p1))
+            c += 4
+            for part in ([p1, m12, centre, m31], [p2, m23, centre, m12], [p3, m31, centre, m23]):
+                areas.append({"label": label, "section": section, "nodes": part})
+    for area in areas:
+        area["nodes"] = sorted_area_nodes(area["nodes"])
+    return areas
+
+
+def elem_record_full(group, nodes, next_elem, source, kind, option, component, angle=0.0):
+    """TrelkElemRec, 92 bytes, with up to four nodes."""
+    nodes = list(nodes) + [0] * (4 - len(nodes))
+    return placed(92, (0, i16(group)), (6, b"".join(i32(n) for n in nodes)), (22, i32(next_elem)),
+                  (26, bytes([6])), (28, bytes([source, kind, option, option])),
+                  (42, i16(component)), (64, f32s([angle, angle])))
+
+
+def mixed_element_groups(groups_members):
+    """Group records and element records of groups whose members are
+    (nodes, source, kind, option, component, angle); each group is led by its leading record."""
+    groups, elements = [], []
+    for g, (group_name, kind, members) in enumerate(groups_members, start=1):
+        first = len(elements) + 1
+        groups.append(elem_group(group_name, kind, first, first + len(members)))
+        elements.append(elem_record(0, 0, 0, len(elements) + 2))
+        for k, (nodes, source, comp_kind, option, component, angle) in enumerate(members, start=1):
+            next_elem = 0 if k == len(members) else len(elements) + 2
+            elements.append(elem_record_full(g, nodes, next_elem, source, comp_kind, option,
+                                             component, angle))
+    return groups, elements
+
+
+# Library lists whose capacity, not count, raises MaxComponentCount (besides the releases).
+BY_CAPACITY = ("MatElasticShear", "MatElasticSlab", "XecBeam", "XecColumn")
+
+
+def max_component_count(records):
+    """The largest value that an Add of the library raised MaxComponentCount to: the capacity
+    for the shear and slab materials, the beam and column sections and the releases (whose
+    capacity grows by 5), the count for the others; the general-wall compounds take no part."""
+    largest = 1
+    for name, recs in records.items():
+        if name == "CpdGWall" or not recs:
+            continue
+        if name == "Release":
+            value = 1
+            for n in range(1, len(recs) + 1):
+                if n > value:
+                    value += 5
+        elif name in BY_CAPACITY:
+            value = grown_capacity(len(recs))
+        else:
+            value = len(recs)
+        largest = max(largest, value)
+    return largest
+
+
+def walls_slabs():
+    """A small wall-and-slab building in kilonewton and metre (see model.json): thin concrete
+    and steel walls, layered fiber and general walls, floors of triangles divided on shared
+    mid-side nodes, a ramp of a steel and a concrete triangle, a layered landing (a floor that
+    becomes a wall element), a parapet of a thin rebar shell, columns and beams that make
+    embedded beams; a membrane triangle, a plane section and a five-noded area that are not
+    read."""
+    name = "walls-slabs"
+    files = empty_files(name)
+    u = UNITS_KN_M
+    fixed, free = [True] * 6, [False] * 6
+    host_points = [
+        ("A0", 0, 0, 0, fixed), ("B0", 3, 0, 0, fixed), ("C0", 6, 0, 0, fixed),
+        ("D0", 0, 4, 0, fixed), ("E0", 6, 4, 0, fixed),
+        ("A1", 0, 0, 3, free), ("B1", 3, 0, 3, free), ("C1", 6, 0, 3, free), ("D1", 0, 4, 3, free),
+        # A host point that bears the name the first triangle would give its first mid-side.
+        ("NewNode3", 6, 4, 3, free),
+        ("D2", 0, 7, 4.5, free), ("E2", 6, 7, 4.5, free), ("E3", 6, 9, 4.5, free),
+        ("D3", 0, 9, 4.5, free),
+        # K stands where the centroid of F1 falls: F1 uses it.
+        ("K", 4, 1.3333333333333333, 3, free),
+        ("D4", 0, 7, 5.5, free), ("E4", 6, 7, 5.5, free),
+    ]
+    nodes = [{"label": lab, "x": float(x), "y": float(y), "z": float(z), "restrained": r,
+              "id": k + 2} for k, (lab, x, y, z, r) in enumerate(host_points)]
+    host_ids = {n["label"]: n["id"] for n in nodes}
+
+    # Materials as read: C30, S355, B500 (uniaxial).
+    conc = {"E": 3e7, "Nu": 0.2, "G": 1.25e7, "Fu": 30000.0, "ConcFc": 30000.0, "UnitWeight": 24.0}
+    steel = {"E": 2e8, "Nu": 0.3, "G": 76923077.0, "Fu": 490000.0, "UnitWeight": 76.97}
+    inelastic = [
+        mat_inel(1, "MatIneFibRebar-B500", 0, 2e8, 550000.0, 605000.0, 0.0, 0.2, u),
+        mat_inel(2, "MatIneFibConc-C30", 1, 3e7, 0.9 * 30000.0, 30000.0, 0.04, 0.02, u),
+        mat_inel(3, "MatIneShearConc-C30", 2, 1.25e7, 0.0, 30000.0 / 2, 0.0, 2.0, u),
+    ]
+    fibre = [mat_fiber(1, "MatElaFiberConc-C30", 3e7, u), mat_fiber(2, "MatElaFiberSteel-S355", 2e8, u)]
+    shear = [mat_shear(1, "MatElaShearConc-C30", 1.25e7, u),
+             mat_shear(2, "MatElaShearSteel-S355", 76923077.0, u)]
+    slab = [mat_slab(1, "MatElaSlabConc-C30", 3e7, 0.2, u), mat_slab(2, "MatElaSlabSteel-S355", 2e8, 0.3, u)]
+    fibre_id = {"C30": 1, "S355": 2}
+    shear_id = {"C30": 1, "S355": 2}
+    slab_id = {"C30": 1, "S355": 2}
+    inel_c30, inel_shear_c30 = 2, 3
+    rebar_fibre = 1                          # the rebar's inelastic material replaces the steel's
+    rebar = {"E": 2e8, "Nu": 0.05, "G": 1e8}   # uniaxial: Nu 0.05, G = E / 2
+    materials = {"C30": (2, conc), "S355": (1, steel), "B500": (6, rebar)}
+
+    # Frame sections: C400 (concrete, rectangular) first, IPE300 (steel I) second.
+    c400 = {"area": 0.16, "As2": 0.1333, "As3": 0.1333, "J": 0.0036, "I22": 0.002133, "I33": 0.002133}
+    ipe = {"area": 0.005381, "As2": 0.002568, "As3": 0.00321, "J": 2.01e-7, "I22": 6.04e-6,
+           "I33": 8.356e-5}
+    steel_sections = [(2, "IPE300", ipe, 1)]
+    conc_sections = [(1, "C400", c400, 2)]
+    beams, columns, fema_beams, fema_columns = section_components(steel_sections, conc_sections,
+                                                                  steel, conc, u)
+    compounds = plain_compounds(steel_sections, conc_sections, steel, conc, u)
+    cpd_bm_ipe, cpd_col_c400 = 1, 7
+
+    # Area sections as read (MEMB, a membrane, and PLANE, of type 2, are not): WALL200 1,
+    # SLAB180 2, PLATE-S 3, LWALL-FIB 4, LWALL-GH 5, LWALL-HV 6, MESH-R 7. MESH-R, a thin
+    # shell of rebar, makes no wall, slab or compound record and no wall or slab element.
+    thin = {"WALL200": ("C30", 0.2, 0.2), "SLAB180": ("C30", 0.18, 0.15),
+            "PLATE-S": ("S355", 0.012, 0.012), "MESH-R": ("B500", 0.01, 0.01)}
+    # Layered: (LayerTrelkType, thickness, bending, rebar V, rebar H); concrete C30 in all.
+    # LWALL-FIB: C30 at 0 with S22 nonlinear, a fiber wall. LWALL-GH: C30 at 0 with S11
+    # nonlinear, a general wall (horizontal). LWALL-HV: C30 at 90 with both, both directions.
+    layered = {"LWALL-FIB": (1, 0.25, 0.25, 0.0012, 0.001), "LWALL-GH": (2, 0.3, 0.3, 0.0015, 0.0016),
+               "LWALL-HV": (3, 0.2, 0.2, 0.001, 0.0011)}
+    sections = list(thin) + list(layered)
+
+    wall_elastic = [
+        xec_wall_elastic(1, "XecWallElaC-WALL200", 11, 0.2, 0.2, conc, fibre_id["C30"], u),
+        xec_wall_elastic(2, "XecWallElaC-SLAB180", 11, 0.18, 0.15, conc, fibre_id["C30"], u),
+        xec_wall_elastic(3, "XecWallElaS-PLATE-S", 11, 0.012, 0.012, steel, fibre_id["S355"], u),
+        xec_wall_elastic(4, "XecGWallElaH-LWALL-GH", 13, 0.3, 0.3, conc, fibre_id["C30"], u),
+    ]
+    _, fib_t, fib_b, fib_v, _ = layered["LWALL-FIB"]
+    _, gh_t, gh_b, _, gh_h = layered["LWALL-GH"]
+    _, hv_t, hv_b, hv_v, hv_h = layered["LWALL-HV"]
+    wall_inel = [
+        xec_wall_inel(1, "Notused-XSecWallCIne-WALL200", 10, 0.2, 0.2, 0.4, conc, inel_c30,
+                      rebar_fibre, u),
+        xec_wall_inel(2, "Notused-XSecWallCIne-SLAB180", 10, 0.18, 0.15, 0.4, conc, inel_c30,
+                      rebar_fibre, u),
+        xec_wall_inel(3, "XecWallCIneV-LWALL-FIB", 10, fib_t, fib_b, 100 * fib_v / fib_t, conc,
+                      inel_c30, rebar_fibre, u),
+        xec_wall_inel(4, "XecGWallCIneH-LWALL-GH", 12, gh_t, gh_b, 100 * gh_h / gh_t, conc,
+                      inel_c30, rebar_fibre, u),
+        xec_wall_inel(5, "XecGWallCIneH-LWALL-HV", 12, hv_t, hv_b, 100 * hv_h / hv_t, conc,
+                      inel_c30, rebar_fibre, u),
+        xec_wall_inel(6, "XecGWallCIneV-LWALL-HV", 12, hv_t, hv_b, 100 * hv_v / hv_t, conc,
+                      inel_c30, rebar_fibre, u),
+    ]
+    slabs = [xec_slab(1, "XecElaSlabC-WALL200", 0.2, 0.2, conc, slab_id["C30"], u),
+             xec_slab(2, "XecElaSlabC-SLAB180", 0.18, 0.15, conc, slab_id["C30"], u),
+             xec_slab(3, "XecElaSlabS-PLATE-S", 0.012, 0.012, steel, slab_id["S355"], u)]
+    slab_xsect = {"WALL200": 1, "SLAB180": 2, "PLATE-S": 3}
+    walls = [
+        cpd_wall(1, "CpdWallConcEla-WALL200", 11, 1, shear_id["C30"], 0.2, conc, u),
+        cpd_wall(2, "CpdWallConcEla-SLAB180", 11, 2, shear_id["C30"], 0.18, conc, u),
+        cpd_wall(3, "CpdWallSteelEla-PLATE-S", 11, 3, shear_id["S355"], 0.012, steel, u),
+        cpd_wall(4, "CpdWallConcV-LWALL-FIB", 10, 3, shear_id["C30"], fib_t, conc, u),
+    ]
+    cpd_wall_id = {"WALL200": 1, "SLAB180": 2, "PLATE-S": 3, "LWALL-FIB": 4}
+    general_walls = [
+        cpd_gwall(1, "CpdGWallConcH-LWALL-GH", 13, 4, 4, inel_shear_c30, gh_t, conc, u),
+        cpd_gwall(2, "CpdGWallConcHV-LWALL-HV", 12, 6, 5, inel_shear_c30, hv_t, conc, u),
+    ]
+    cpd_gwall_id = {"LWALL-GH": 1, "LWALL-HV": 2}
+
+    # Areas in host order. M1 (membrane), PL1 (plane section) and X5 (five nodes) are not read.
+    host_areas = [
+        ("W1", "WALL200", ["B1", "A1", "A0", "B0"]),
+        ("W2", "LWALL-FIB", ["B0", "C0", "C1", "B1"]),
+        ("M1", "MEMB", ["A0", "B0", "B1"]),
+        ("W3a", "LWALL-GH", ["A0", "D0", "D1"]),
+        ("W3b", "LWALL-GH", ["A0", "D1", "A1"]),
+        ("W4", "PLATE-S", ["C0", "E0", "NewNode3", "C1"]),
+        ("W5", "LWALL-HV", ["E0", "D0", "D1", "NewNode3"]),
+        ("F1", "SLAB180", ["A1", "C1", "NewNode3"]),
+        ("F2", "SLAB180", ["A1", "NewNode3", "D1"]),
+        ("R1a", "PLATE-S", ["D1", "NewNode3", "E2"]),
+        ("R1b", "SLAB180", ["D1", "E2", "D2"]),
+        ("L1", "LWALL-FIB", ["D2", "E2", "E3", "D3"]),
+        ("P1", "MESH-R", ["D2", "E2", "E4", "D4"]),
+        ("PL1", "PLANE", ["D2", "E2", "E3", "D3"]),
+        ("X5", "SLAB180", ["A1", "B1", "C1", "NewNode3", "D1"]),
+    ]
+    areas = read_areas(nodes, host_areas, sections)
+    # The new nodes and their names: the first mid-side is not "NewNode3" (a host point),
+    # shared mid-sides and F1's centroid (K) and mid-side (B1) take existing nodes.
+    new_labels = [n["label"] for n in nodes[len(host_points):]]
+    assert new_labels == ["NewNode2", "NewNode4", "NewNode5", "NewNode6",            # W3a
+                          "NewNode7", "NewNode9", "NewNode10",                       # W3b
+                          "NewNode14", "NewNode15",                                  # F1
+                          "NewNode17", "NewNode19",                                  # F2
+                          "NewNode22", "NewNode24", "NewNode25",                     # R1a
+                          "NewNode27", "NewNode29", "NewNode30"], new_labels         # R1b
+    assert len(areas) == 24
+
+    # Frames: four concrete columns (K4 at 90 degrees) and three steel beams.
+    frames = [("K1", "C400", "A0", "A1", 0.0), ("K2", "C400", "C0", "C1", 0.0),
+              ("K3", "C400", "D0", "D1", 0.0), ("K4", "C400", "E0", "NewNode3", 90.0),
+              ("G1", "IPE300", "A1", "B1", 0.0), ("G2", "IPE300", "B1", "C1", 0.0),
+              ("G3", "IPE300", "D2", "E2", 0.0)]
+    framed = {p for f in frames for p in f[2:4]}
+
+    # Classification and embedded beams. Every area gets its IsEmbed flags; only walls (thin
+    # shells standing as walls, layered shells whatever their orientation) get a section. A
+    # section with the same t, h, I and material is reused and takes the latest area's
+    # position as its label (the label reaches no file).
+    embeds, embed_labels = [], []          # (t, h, I, material); label
+    for position, area in enumerate(areas, start=1):
+        area["orientation"] = area_orientation(area["nodes"])
+        area["embed"] = [n["label"] in framed for n in area["nodes"]]
+        area["embed_section"] = None
+        if not any(area["embed"]):
+            continue
+        section = area["section"]
+        if section in thin and area["orientation"] == 1:
+            material, t = thin[section][0], thin[section][1]
+        elif section in layered:
+            material, t = "C30", layered[section][1]
+        else:
+            continue
+        h = (area["nodes"][2]["z"] - area["nodes"][0]["z"]) / 2
+        if h < COINCIDENT:
+            h = 0.001
+        inertia = (1 / 12) * t * h * h * h
+        found = None
+        for k, (t2, t3, i33, mat) in enumerate(embeds, start=1):
+            if (abs(t2 - t) < COINCIDENT and abs(t3 - h) < COINCIDENT
+                    and abs(i33 - inertia) < COINCIDENT and mat == material):
+                found = k
+                break
+        if found is None:
+            embeds.append((t, h, inertia, material))
+            embed_labels.append(None)
+            found = len(embeds)
+        embed_labels[found - 1] = str(position)
+        area["embed_section"] = found
+    # 1: W1 (t 0.2, h 1.5), taken again by W5, a layered wall of the same thickness; 2: W2;
+    # 3 and 4: the parts of W3a and W3b by height, 0.75 or 0.25 (in W3a's first part the plan
+    # test puts the mid-side at 1.5, not the centroid at 1, in third place); 5: the steel W4;
+    # 6: the landing L1 (h 0, floored to 0.001); 7: the parapet P1, of rebar.
+    assert [(t, h, mat) for t, h, _, mat in embeds] == [
+        (0.2, 1.5, "C30"), (0.25, 1.5, "C30"), (0.3, 0.75, "C30"), (0.3, 0.25, "C30"),
+        (0.012, 1.5, "S355"), (0.25, 0.001, "C30"), (0.01, 0.5, "B500")], embeds
+    assert embed_labels == ["10", "2", "8", "5", "9", "23", "24"], embed_labels
+
+    # Embedded sections: beam cross sections after the steel and concrete ones, then the
+    # "CpdEmbed-" compounds after the plain ones.
+    first_embed_beam = len(beams) + 1
+    for k, (t, h, inertia, material) in enumerate(embeds, start=1):
+        constants = {"area": 0.001, "J": 0.0001, "I22": 0.001, "I33": inertia, "As2": 0.0, "As3": 0.0}
+        beams.append(xec_beam(len(beams) + 1, "XecEmbed-%d" % k, 3, 2, constants,
+                              materials[material][1], u, depths=(t, h)))
+    first_embed_compound = len(compounds) + 1
+    for k in range(1, len(embeds) + 1):
+        compounds.append(cpd_frame(len(compounds) + 1, "CpdEmbed-%d" % k,
+                                   [release_part(1), member_part(3, 2, 3, first_embed_beam + k - 1, 1.0)],
+                                   0.0, u))
+
+    # Elements: frame groups, then the area groups in their fixed order.
+    members = {name: [] for name in ["ElemConcEWall", "ElemConcWall", "ElemConcGWall",
+                                     "ElemSteelWall", "ElemSteelSlab", "ElemConcSlabRamp",
+                                     "ElemEmbedBeamLR", "ElemEmbedBeamRL"]}
+    for area in areas:
+        section = area["section"]
+        ids = [n["id"] for n in area["nodes"]]
+        crosswise = [ids[0], ids[1], ids[3], ids[2]]
+        if section in thin:
+            mat_type = materials[thin[section][0]][0]
+            if mat_type not in (1, 2):
+                continue
+            if area["orientation"] == 1:
+                group = "ElemConcEWall" if mat_type == 2 else "ElemSteelWall"
+                members[group].append((crosswise, 6, 3, 1, cpd_wall_id[section], 0.0))
+            else:
+                group = "ElemConcSlabRamp" if mat_type == 2 else "ElemSteelSlab"
+                members[group].append((crosswise, 3, 8, 1, slab_xsect[section], 0.0))
+        elif layered[section][0] == 1:
+            members["ElemConcWall"].append((crosswise, 6, 3, 1, cpd_wall_id[section], 0.0))
+        else:
+            members["ElemConcGWall"].append((crosswise, 6, 4, 1, cpd_gwall_id[section], 0.0))
+    for area in areas:
+        if area["embed_section"] is None:
+            continue
+        ids, flags = [n["id"] for n in area["nodes"]], area["embed"]
+        compound = first_embed_compound + area["embed_section"] - 1
+        if flags[0]:
+            members["ElemEmbedBeamLR"].append(([ids[1], ids[0]], 6, 2, 1, compound, 0.0))
+        if flags[2]:
+            members["ElemEmbedBeamLR"].append(([ids[3], ids[2]], 6, 2, 1, compound, 0.0))
+        if flags[1]:
+            members["ElemEmbedBeamRL"].append(([ids[0], ids[1]], 6, 2, 1, compound, 0.0))
+        if flags[3]:
+            members["ElemEmbedBeamRL"].append(([ids[2], ids[3]], 6, 2, 1, compound, 0.0))
+
+    def frame_member(frame, compound, option):
+        return ([host_ids[frame[2]], host_ids[frame[3]]], 6, 2, option, compound, frame[4])
+
+    area_kinds = {"ElemConcEWall": 6, "ElemConcWall": 6, "ElemConcGWall": 11, "ElemSteelWall": 6,
+                  "ElemSteelSlab": 12, "ElemConcSlabRamp": 12, "ElemEmbedBeamLR": 2,
+                  "ElemEmbedBeamRL": 2}
+    groups_members = [
+        ("ElemConcCol", 3, [frame_member(f, cpd_col_c400, 5) for f in frames if f[1] == "C400"]),
+        ("ElemSteelBeam", 2, [frame_member(f, cpd_bm_ipe, 1) for f in frames if f[1] == "IPE300"]),
+    ] + [(g, area_kinds[g], m) for g, m in members.items() if m]
+    groups, elements = mixed_element_groups(groups_members)
+
+    records = {"FemaBeam": fema_beams, "FemaColumn": fema_columns, "EndZone": [DEFAULT_END_ZONE],
+               "Release": [EMBED_BEAM_RELEASE], "MatInel": inelastic, "MatElasticFiber": fibre,
+               "MatElasticShear": shear, "MatElasticSlab": slab, "XecBeam": beams,
+               "XecColumn": columns, "XecSlab": slabs, "XecWallInel": wall_inel,
+               "XecWallElastic": wall_elastic, "CpdFrame": compounds, "CpdWall": walls,
+               "CpdGWall": general_walls}
+    library = component_library(records, max_count=max_component_count(records))
+    node_list = node_records([(n["x"], n["y"], n["z"], n["restrained"], 0) for n in nodes])
+    files["TRKDS"] = s_file(name, u, node_list, len(nodes) + 1, len(nodes), 200, library,
+                            groups=groups, group_capacity=grown_capacity(len(groups)),
+                            elements=elements, element_capacity=grown_capacity(len(elements)))
+    return files
+
+
 def write(model, files):
     folder = os.path.join(HERE, model, "expected")
     os.makedirs(folder, exist_ok=True)
@@ -986,3 +1398,4 @@ if __name__ == "__main__":
     write("frames", frames())
     write("frames-kn", frames_kn())
     write("sections", sections())
+    write("walls-slabs", walls_slabs())
