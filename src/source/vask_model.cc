@@ -54,7 +54,7 @@ std::span<const VaskModelObj::ReadStage> VaskModelObj::ReadStages() {
       {"ClassifyFrames", &VaskModelObj::ClassifyFrames},
       {"ClassifyAreas", &VaskModelObj::ClassifyAreas},
       {"ReadMass", nullptr},
-      {"ReadVaskTHFunc", nullptr},
+      {"ReadVaskTHFunc", &VaskModelObj::ReadVaskTHFunc},
       {"MarkLoadPatternContents", &VaskModelObj::MarkLoadPatternContents},
       {"ReadReserved", &VaskModelObj::ReadReserved},
       {"FindDriftNodes", &VaskModelObj::FindDriftNodes},

@@ -248,6 +248,37 @@ class VaskModelObj {
   void ReadMass();
   // ---- end of mass stage ----
 
+  // ---- Time-history stage (vask_model_th_func.cc) ----
+ public:
+  // One record file that the stage asks for: the function's name, the title, the count N
+  // and the points, the largest time (1.0 when it is negative), the time step and whether
+  // the arrays hold point i at index i - 1 (`zeroBased`) or at index i. The views are valid
+  // during the call only.
+  struct RecordFileRequest {
+    std::string_view name;
+    std::string_view title;
+    int count = 0;
+    std::span<const double> values;
+    std::span<const double> times;
+    double duration = 0.0;
+    double dt = 0.0;
+    bool zeroBased = false;
+  };
+  // Writes one record file; the driver gives one that knows the records folder.
+  using RecordFileWriter = std::function<void(const RecordFileRequest&)>;
+  // Without a writer, ReadVaskTHFunc writes no record file.
+  void SetRecordFileWriter(RecordFileWriter writer) { recordFileWriter_ = std::move(writer); }
+
+  // Stage 23: every time-history function of the host as (time, value) points, its record
+  // file written at once, and a VaskTHFuncObj kept for the dynamic load cases. The time
+  // step starts at 0.05 for the whole stage; a function read from a file sets it, and it
+  // stays for the functions after it.
+  void ReadVaskTHFunc();
+
+ private:
+  RecordFileWriter recordFileWriter_;
+  // ---- end of time-history stage ----
+
   // Stage 25: reads nothing. It keeps its place so that the stage numbers stay those that
   // the rest of the system cites.
   void ReadReserved();
