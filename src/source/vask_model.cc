@@ -53,7 +53,7 @@ std::span<const VaskModelObj::ReadStage> VaskModelObj::ReadStages() {
       {"LinkAreaSections", &VaskModelObj::LinkAreaSections},
       {"ClassifyFrames", &VaskModelObj::ClassifyFrames},
       {"ClassifyAreas", &VaskModelObj::ClassifyAreas},
-      {"ReadMass", nullptr},
+      {"ReadMass", &VaskModelObj::ReadMass},
       {"ReadVaskTHFunc", &VaskModelObj::ReadVaskTHFunc},
       {"MarkLoadPatternContents", &VaskModelObj::MarkLoadPatternContents},
       {"ReadReserved", &VaskModelObj::ReadReserved},
