@@ -24,7 +24,7 @@ build-asan: deps
 
 demo: build
 	mkdir -p out
-	$(BUILD)/vask2trelk transfer $(EXAMPLE) --dir out --name $(DEMO_NAME)
+	$(BUILD)/vask2trelk transfer $(EXAMPLE) --dir out --name $(DEMO_NAME) --trelk-path out/TRELK
 	@echo "Structure written to out/$(DEMO_NAME)/"
 	@ls -l out/$(DEMO_NAME)
 

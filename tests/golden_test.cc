@@ -32,10 +32,11 @@ TEST_P(GoldenStructure, MatchesTheExpectedFilesByteForByte) {
   testing::TempFolder temp("golden-" + name);
   const std::string model = (model_folder / "model.json").string();
   const std::string dir = temp.Path().string();
-  const char* argv[] = {"vask2trelk", "transfer", model.c_str(), "--dir", dir.c_str(),
-                        "--name",     name.c_str(), "--quiet"};
+  const std::string trelk = (temp.Path() / "TRELK").string();
+  const char* argv[] = {"vask2trelk", "transfer",    model.c_str(), "--dir", dir.c_str(),
+                        "--name",     name.c_str(), "--trelk-path", trelk.c_str(), "--quiet"};
   std::ostringstream out, err;
-  ASSERT_EQ(RunCli(8, argv, out, err), 0) << err.str();
+  ASSERT_EQ(RunCli(10, argv, out, err), 0) << err.str();
   EXPECT_NE(err.str().find("Transfer Complete"), std::string::npos);
 
   std::size_t compared = 0;
@@ -53,6 +54,28 @@ TEST_P(GoldenStructure, MatchesTheExpectedFilesByteForByte) {
   std::size_t written = 0;
   for ([[maybe_unused]] const auto& entry : fs::directory_iterator(temp.Path() / name)) ++written;
   EXPECT_EQ(written, compared) << "no file beyond the expected ones";
+
+  // The record files of the time-history functions, when the model has any.
+  const fs::path records = temp.Path() / "TRELK" / "Records" / "EqkeGroup";
+  const fs::path expected_records = model_folder / "expected-records";
+  std::size_t record_files = 0;
+  if (fs::exists(expected_records)) {
+    for (const auto& entry : fs::directory_iterator(expected_records)) {
+      const std::string file = entry.path().filename().string();
+      const auto expected = testing::ReadFileBytes(entry.path());
+      const auto actual = testing::ReadFileBytes(records / file);
+      ASSERT_EQ(actual.size(), expected.size()) << name << " record " << file;
+      for (std::size_t i = 0; i < expected.size(); ++i) {
+        ASSERT_EQ(int(actual[i]), int(expected[i])) << name << " record " << file << " at " << i;
+      }
+      ++record_files;
+    }
+  }
+  std::size_t records_written = 0;
+  if (fs::exists(records)) {
+    for ([[maybe_unused]] const auto& entry : fs::directory_iterator(records)) ++records_written;
+  }
+  EXPECT_EQ(records_written, record_files) << "no record file beyond the expected ones";
 }
 
 INSTANTIATE_TEST_SUITE_P(Models, GoldenStructure, ::testing::ValuesIn(GoldenModels()),

@@ -14,6 +14,7 @@
 #include "transfer/driver.h"
 #include "transfer/failure.h"
 #include "transfer/messages.h"
+#include "transfer/system_services.h"
 
 namespace vtt {
 namespace {
@@ -38,6 +39,7 @@ struct TransferOptions {
   std::string dir;
   std::string name = "Trelk";
   int version = 5;
+  std::string trelk_path;
   bool embed_beam = false;
   bool quiet = false;
 };
@@ -84,9 +86,15 @@ int RunTransferCommand(const TransferOptions& options, std::ostream& err) {
     };
   }
 
+  // Record files of the time-history functions go to Trelk's own data folder: the one
+  // given, else the one of the chosen Trelk version.
+  std::string trelk_path = options.trelk_path;
+  if (trelk_path.empty()) trelk_path = GetTrelkPath(options.version == 5, *MakePlatformFolders());
+
   TrelkStore store;
   try {
-    switch (Transform(host.get(), store, messages, options.dir, options.name, progress)) {
+    switch (Transform(host.get(), store, messages, options.dir, options.name, trelk_path,
+                      progress)) {
       case TransformOutcome::NoModel: return exit_status::kNoModel;
       case TransformOutcome::EmptyModel: return exit_status::kEmptyModel;
       case TransformOutcome::Complete: return exit_status::kComplete;
@@ -125,6 +133,12 @@ int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& e
                        "never the structure files.")
       ->check(CLI::IsMember({4, 5}))
       ->capture_default_str();
+  transfer->add_option("--trelk-path", options.trelk_path,
+                       "Trelk's data folder; the record file of every time-history function "
+                       "goes to its Records/EqkeGroup folder. Default: the folder of the "
+                       "chosen version (version 5: TRELK in the documents folder; version 4: "
+                       "TRELK4_INSTALL_PATH or the vask2trelk/trelk4-install-path file of "
+                       "the configuration folder).");
   transfer->add_flag("--embed-beam", options.embed_beam,
                      "Embed beams in shells. Accepted for scripts written for the transfer "
                      "form: embedded beams are made whenever the model calls for them, so the "

@@ -64,6 +64,11 @@ std::span<const VaskModelObj::ReadStage> VaskModelObj::ReadStages() {
   return kStages;
 }
 
+const UnitBlock& VaskModelObj::PresentUnits() const {
+  if (!presentUnits_) presentUnits_ = UnitsForHostCode(host_.GetPresentUnits());
+  return *presentUnits_;
+}
+
 void VaskModelObj::ReadVaskData(const ReadProgress& progress) {
   const std::span<const ReadStage> stages = ReadStages();
   for (std::size_t i = 0; i < stages.size(); ++i) {

@@ -16,6 +16,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -34,6 +35,7 @@
 #include "source/vask_prop_frame_sect.h"
 #include "source/vask_prop_material.h"
 #include "source/vask_th_func.h"
+#include "store/units.h"
 
 namespace vtt {
 
@@ -118,6 +120,13 @@ class VaskModelObj {
   int MassSrcLoadNum = 0;
   OneBasedList<std::string> MassSrcLoadPattern;
   OneBasedList<double> MassSrcSF;
+
+  // ---- Units ----
+  // The units of the structure, as the store took them from the host's present units.
+  // The driver hands them over before the reading; when nobody did, the host is asked
+  // once, at the first use.
+  void SetPresentUnits(const UnitBlock& units) { presentUnits_ = units; }
+  const UnitBlock& PresentUnits() const;
 
   // ---- Life cycle ----
   // Releases the containers in the order nodes, frames, areas, materials, frame sections,
@@ -289,6 +298,7 @@ class VaskModelObj {
   const VaskNodeObj& RequiredNode(std::string_view label, std::string_view owner) const;
 
   HostModel& host_;
+  mutable std::optional<UnitBlock> presentUnits_;
   VaskObjList<VaskNodeObj> nodes_;
   VaskObjList<VaskConstraintObj> constraints_;
   VaskObjList<VaskFrameReleaseObj> frameReleases_;

@@ -236,16 +236,10 @@ void VaskModelObj::ReadLoadNodes() {
 }
 
 void VaskModelObj::ReadFramesLoadDistributed() {
-  // The sorting works in the length unit of the structure, the one the host's present
-  // units give. It is asked of the host only once a distributed load is there to be
-  // sorted, and then once for the stage.
-  int unitLength = -1;
-  const auto unitLengthOnce = [this, &unitLength] {
-    if (unitLength < 0) unitLength = UnitsForHostCode(host_.GetPresentUnits()).UnitLength;
-    return unitLength;
-  };
+  // The sorting works in the length unit of the structure.
+  const auto unitLength = [this] { return PresentUnits().UnitLength; };
   for (int i = 1; i <= FrameNum(); ++i) {
-    ReadLoadFrameDistributed(host_, *FrameObj(i), unitLengthOnce);
+    ReadLoadFrameDistributed(host_, *FrameObj(i), unitLength);
   }
 }
 

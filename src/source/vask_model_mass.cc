@@ -282,7 +282,7 @@ void VaskModelObj::ReadMass() {
   }
   if (option == kMassFromLoads || option == kMassFromBoth) {
     // Gravity of the present units, in the single precision the structure holds it in.
-    const double g = UnitsForHostCode(host_.GetPresentUnits()).UnitGravity;
+    const double g = PresentUnits().UnitGravity;
     for (int k = 1; k <= MassSrcLoadNum; ++k) {
       LoadMasses(*this, host_, MassSrcLoadPattern(k), MassSrcSF(k), g);
     }

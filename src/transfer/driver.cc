@@ -3,18 +3,25 @@
 #include <array>
 #include <memory>
 
+#include "analysis/fill_drift_and_deflection.h"
+#include "analysis/fill_trelk_nodal_mass.h"
+#include "analysis/fill_trelk_load_case.h"
+#include "analysis/fill_trelk_section_cut.h"
+#include "analysis/write_record_file.h"
 #include "components/fill_trelk_component_compound.h"
 #include "components/fill_trelk_component_elastic.h"
 #include "components/fill_trelk_component_inelastic.h"
 #include "components/fill_trelk_component_material.h"
 #include "components/fill_trelk_component_xsect.h"
 #include "elements/fill_trelk_element.h"
+#include "elements/fill_trelk_frame.h"
 #include "elements/fill_trelk_node.h"
 #include "source/host_model.h"
 #include "source/vask_model.h"
 #include "store/structure_files.h"
 #include "store/trelk_store.h"
 #include "transfer/messages.h"
+#include "transfer/system_services.h"
 
 namespace vtt {
 namespace {
@@ -22,6 +29,11 @@ namespace {
 void SetUnits(TransferRun& run) { run.store.SetTrelkUnits(run.host); }
 
 void ReadSourceModel(TransferRun& run) {
+  if (run.trelk_path) {
+    run.model->SetRecordFileWriter(
+        MakeRecordFileWriter(*run.trelk_path, std::string(kEqkeGroupName), run.messages));
+  }
+  run.model->SetPresentUnits(run.store.Units);
   run.model->ReadVaskData(run.progress.on_read_stage);
 }
 
@@ -58,6 +70,23 @@ void FillCompounds(TransferRun& run) { FillTrelkCompoundComponents(*run.model, r
 
 void FillElements(TransferRun& run) { FillTrelkElements(*run.model, run.store); }
 
+void FillNodalMass(TransferRun& run) { FillTrelkNodalMass(*run.model, run.store); }
+
+void FillStructureFrames(TransferRun& run) { FillTrelkFrames(run.host, *run.model, run.store); }
+
+void FillSectionCuts(TransferRun& run) { FillTrelkSectionCuts(*run.model, run.store); }
+
+void FillDrifts(TransferRun& run) { FillTrelkDrift(*run.model, run.store); }
+
+void FillLoadCases(TransferRun& run) {
+  LoadCaseContext context;
+  context.records_subfolder = std::string(kEqkeGroupName);
+  context.delete_folder = [](const std::filesystem::path& folder) {
+    DeleteFolderTree(folder.string());
+  };
+  FillTrelkLoadCases(run.host, *run.model, run.store, context);
+}
+
 void WriteFiles(TransferRun& run) { WriteTrelkStructure(run.store, "TRKD", true, 0, run.messages); }
 
 void DisposeModel(TransferRun& run) { run.model->Dispose(); }
@@ -75,14 +104,14 @@ constexpr std::array<TransferStage, 22> kStages = {{
     {"FillTrelkFemaComponents", &FillFemaComponents},
     {"FillTrelkCompoundComponents", &FillCompounds},
     {"FillTrelkElements", &FillElements},
-    {"FillTrelkNodalMass", nullptr},
+    {"FillTrelkNodalMass", &FillNodalMass},
     {"FillTrelkLoadNode", nullptr},
     {"FillTrelkLoadFrame", nullptr},
-    {"FillTrelkFrames", nullptr},
-    {"FillTrelkSectionCuts", nullptr},
+    {"FillTrelkFrames", &FillStructureFrames},
+    {"FillTrelkSectionCuts", &FillSectionCuts},
     {"FillTrelkSelfWeight", nullptr},
-    {"FillTrelkDrift", nullptr},
-    {"FillTrelkLoadCases", nullptr},
+    {"FillTrelkDrift", &FillDrifts},
+    {"FillTrelkLoadCases", &FillLoadCases},
     {"WriteTrelkStructure", &WriteFiles},
     {"Dispose", &DisposeModel},
 }};
@@ -108,6 +137,13 @@ void RunTransfer(TransferRun& run) {
 TransformOutcome Transform(HostModel* host, TrelkStore& store, UserMessages& messages,
                            const std::string& structure_dir, const std::string& structure_name,
                            const TransferProgress& progress) {
+  return Transform(host, store, messages, structure_dir, structure_name, std::nullopt, progress);
+}
+
+TransformOutcome Transform(HostModel* host, TrelkStore& store, UserMessages& messages,
+                           const std::string& structure_dir, const std::string& structure_name,
+                           const std::optional<std::string>& trelk_path,
+                           const TransferProgress& progress) {
   if (host == nullptr) {
     messages.Show({"", "No Model", MessageIcon::Critical});
     return TransformOutcome::NoModel;
@@ -116,7 +152,7 @@ TransformOutcome Transform(HostModel* host, TrelkStore& store, UserMessages& mes
     messages.Show({"", "Empty Model", MessageIcon::Critical});
     return TransformOutcome::EmptyModel;
   }
-  TransferRun run{*host, store, messages, structure_dir, structure_name, progress};
+  TransferRun run{*host, store, messages, structure_dir, structure_name, trelk_path, progress};
   RunTransfer(run);
   messages.Show({"", "Transfer Complete", MessageIcon::None});
   return TransformOutcome::Complete;

@@ -8,6 +8,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -33,6 +34,9 @@ struct TransferRun {
   UserMessages& messages;
   std::string folder;          // the structures folder chosen by the user
   std::string structure_name;  // as typed
+  // Trelk's data folder, whose Records folder receives a record file for every
+  // time-history function; none: the functions are read but no record file is written.
+  std::optional<std::string> trelk_path;
   TransferProgress progress;
   VaskModelObj* model = nullptr;  // the source model, alive from stage 2 to stage 22
 };
@@ -55,6 +59,12 @@ enum class TransformOutcome { Complete, NoModel, EmptyModel };
 // Model" when the host has no points; otherwise the transfer and "Transfer Complete".
 TransformOutcome Transform(HostModel* host, TrelkStore& store, UserMessages& messages,
                            const std::string& structure_dir, const std::string& structure_name,
+                           const TransferProgress& progress = {});
+// The same, writing the record files of the time-history functions under `trelk_path`
+// (see TransferRun).
+TransformOutcome Transform(HostModel* host, TrelkStore& store, UserMessages& messages,
+                           const std::string& structure_dir, const std::string& structure_name,
+                           const std::optional<std::string>& trelk_path,
                            const TransferProgress& progress = {});
 
 }  // namespace vtt
