@@ -22,6 +22,8 @@
 #include <string_view>
 #include <vector>
 
+#include "analysis/write_record_file.h"
+
 namespace vtt {
 
 class HostModel;
@@ -38,14 +40,12 @@ inline constexpr int kMaxPushoverModes = 6;
 
 // The stop criterion that pushover and dynamic cases carry; the 40-character field cuts it.
 inline constexpr std::string_view kCaseCriterion = "Deformation beyond X point for any component";
-// The records subfolder that the record files of the time-history functions go to.
-inline constexpr std::string_view kRecordsSubfolder = "EqkeGroup";
 // The constant of the coefficient form of the damping rule.
 inline constexpr double kDampingPi = 3.1415926;
 
 struct LoadCaseContext {
   // The subfolder of Trelk's records folder that holds the earthquake records.
-  std::string records_subfolder = std::string(kRecordsSubfolder);
+  std::string records_subfolder = std::string(kEqkeGroupName);
   // The structure folder whose old "DynaAnalysis" or "PushAnalysis" folder is removed.
   // Empty: the store's structures folder joined with its structure name without trailing
   // spaces.

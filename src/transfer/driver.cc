@@ -80,7 +80,6 @@ void FillDrifts(TransferRun& run) { FillTrelkDrift(*run.model, run.store); }
 
 void FillLoadCases(TransferRun& run) {
   LoadCaseContext context;
-  context.records_subfolder = std::string(kEqkeGroupName);
   context.delete_folder = [](const std::filesystem::path& folder) {
     DeleteFolderTree(folder.string());
   };
