@@ -5,6 +5,7 @@
 
 #include "analysis/fill_drift_and_deflection.h"
 #include "analysis/fill_trelk_nodal_mass.h"
+#include "analysis/fill_trelk_load.h"
 #include "analysis/fill_trelk_load_case.h"
 #include "analysis/fill_trelk_section_cut.h"
 #include "analysis/write_record_file.h"
@@ -72,6 +73,12 @@ void FillElements(TransferRun& run) { FillTrelkElements(*run.model, run.store); 
 
 void FillNodalMass(TransferRun& run) { FillTrelkNodalMass(*run.model, run.store); }
 
+void FillLoadNodes(TransferRun& run) { FillTrelkLoadNode(*run.model, run.store); }
+
+void FillLoadFrames(TransferRun& run) { FillTrelkLoadFrame(*run.model, run.store); }
+
+void FillSelfWeight(TransferRun& run) { FillTrelkSelfWeight(*run.model, run.store); }
+
 void FillStructureFrames(TransferRun& run) { FillTrelkFrames(run.host, *run.model, run.store); }
 
 void FillSectionCuts(TransferRun& run) { FillTrelkSectionCuts(*run.model, run.store); }
@@ -104,11 +111,11 @@ constexpr std::array<TransferStage, 22> kStages = {{
     {"FillTrelkCompoundComponents", &FillCompounds},
     {"FillTrelkElements", &FillElements},
     {"FillTrelkNodalMass", &FillNodalMass},
-    {"FillTrelkLoadNode", nullptr},
-    {"FillTrelkLoadFrame", nullptr},
+    {"FillTrelkLoadNode", &FillLoadNodes},
+    {"FillTrelkLoadFrame", &FillLoadFrames},
     {"FillTrelkFrames", &FillStructureFrames},
     {"FillTrelkSectionCuts", &FillSectionCuts},
-    {"FillTrelkSelfWeight", nullptr},
+    {"FillTrelkSelfWeight", &FillSelfWeight},
     {"FillTrelkDrift", &FillDrifts},
     {"FillTrelkLoadCases", &FillLoadCases},
     {"WriteTrelkStructure", &WriteFiles},
