@@ -4,8 +4,8 @@
 BUILD      ?= build
 ASAN_BUILD ?= build-asan
 JOBS       ?= $(shell nproc 2>/dev/null || echo 2)
-EXAMPLE    ?= examples/five-storey-frame.json
-DEMO_NAME  ?= Demo
+EXAMPLE    ?= examples/office-building.json
+DEMO_NAME  ?= Office
 
 .PHONY: all deps build build-asan demo test clean
 
@@ -22,11 +22,12 @@ build-asan: deps
 	cmake -S . -B $(ASAN_BUILD) -DCMAKE_BUILD_TYPE=Debug -DVTT_SANITIZE=ON
 	cmake --build $(ASAN_BUILD) -j $(JOBS)
 
+# The bundled office building into out/$(DEMO_NAME)/, its record files into
+# out/TRELK/Records/EqkeGroup/: nothing is written outside ./out.
 demo: build
 	mkdir -p out
 	$(BUILD)/vask2trelk transfer $(EXAMPLE) --dir out --name $(DEMO_NAME) --trelk-path out/TRELK
-	@echo "Structure written to out/$(DEMO_NAME)/"
-	@ls -l out/$(DEMO_NAME)
+	@ls -l out/$(DEMO_NAME) out/TRELK/Records/EqkeGroup
 
 test: build build-asan
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)

@@ -1,14 +1,19 @@
 #include "app/cli.h"
 
-#include <filesystem>
+#include <exception>
+#include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include <CLI/CLI.hpp>
 
-#include "hosts/json_model_host.h"
+#include "analysis/write_record_file.h"
+#include "app/progress.h"
+#include "app/rule_text.h"
+#include "app/summary.h"
 #include "app/terminal.h"
-#include "store/structure_files.h"
+#include "hosts/json_model_host.h"
 #include "store/text_encoding.h"
 #include "store/trelk_store.h"
 #include "transfer/driver.h"
@@ -19,11 +24,13 @@
 namespace vtt {
 namespace {
 
-// A message box becomes one block on standard error: the title, then the text.
+// A message box becomes one block on standard error: the title, then the text. A progress
+// bar on the same terminal is cleared first, so the message starts on a line of its own.
 class StreamMessages final : public UserMessages {
  public:
-  explicit StreamMessages(std::ostream& err) : err_(err) {}
+  StreamMessages(std::ostream& err, ProgressBar* bar) : err_(err), bar_(bar) {}
   void Show(const UserMessage& message) override {
+    if (bar_ != nullptr) bar_->Clear();
     if (!message.title.empty()) err_ << message.title << '\n';
     err_ << message.text << '\n';
     err_.flush();
@@ -32,21 +39,41 @@ class StreamMessages final : public UserMessages {
 
  private:
   std::ostream& err_;
+  ProgressBar* bar_;
 };
 
 struct TransferOptions {
   std::string model;
-  std::string dir;
+  std::string dir;  // empty: the structures folder of the Trelk data folder
   std::string name = "Trelk";
   int version = 5;
-  std::string trelk_path;
-  bool embed_beam = false;
+  std::string trelk_path;  // empty: the data folder of the chosen version
+  bool embed_beam = false;  // read by nothing: embedded beams follow from the model alone
   bool quiet = false;
 };
 
-int RunTransferCommand(const TransferOptions& options, std::ostream& err) {
-  StreamMessages messages(err);
+std::string WithoutTrailingSpaces(std::string text) {
+  while (!text.empty() && text.back() == ' ') text.pop_back();
+  return text;
+}
 
+// The structures folder that a new structure goes to when no folder is chosen:
+// TrelkPath/Trelk/Structures. Each of the three folders is made when it is missing, one
+// level at a time, as Trelk's own start-up does; an empty TrelkPath (a Trelk 4 without a
+// configured install folder) has nothing to make and leaves the other two at the root.
+// No value when the last folder is not there afterwards.
+std::optional<std::string> DefaultStructuresFolder(const std::string& trelk_path) {
+  const std::string trelk = JoinFolder(trelk_path, "Trelk");
+  const std::string structures = JoinFolder(trelk, "Structures");
+  for (const std::string& folder : {trelk_path, trelk, structures}) {
+    if (!folder.empty() && !FolderExists(folder)) MakeFolder(folder);
+  }
+  if (!FolderExists(structures)) return std::nullopt;
+  return structures;
+}
+
+int RunTransferCommand(const TransferOptions& options, std::ostream& out, std::ostream& err,
+                       bool err_is_terminal) {
   // A structure name reaches the files through a 12-character field; a longer one would
   // silently put the files in a folder of another name.
   if (ToWindows1252(options.name).size() > 12) {
@@ -55,6 +82,8 @@ int RunTransferCommand(const TransferOptions& options, std::ostream& err) {
     return exit_status::kUsage;
   }
 
+  // The model file stands for the running Vask: it is read first, and a file that cannot be
+  // used stops the run before any folder is made.
   std::unique_ptr<JsonModelHost> host;
   try {
     host = JsonModelHost::FromFile(options.model);
@@ -63,52 +92,82 @@ int RunTransferCommand(const TransferOptions& options, std::ostream& err) {
     return exit_status::kBadModelFile;
   }
 
-  // The structure folder is made one level deep, as the folder of a new structure under
-  // an existing structures folder.
-  const std::filesystem::path folder =
-      std::filesystem::path(options.dir) / std::filesystem::path(options.name);
-  std::error_code ec;
-  if (!std::filesystem::exists(folder, ec)) {
-    std::error_code make_error;
-    if (!std::filesystem::create_directory(folder, make_error)) {
-      messages.Show({"", "Error : Couldn't create directory !", MessageIcon::Critical});
-      return exit_status::kFolderNotMade;
-    }
-  }
-
-  TransferProgress progress;
-  if (!options.quiet && StderrIsTerminal()) {
-    progress.on_stage = [&err](int stage, std::string_view name) {
-      err << "[" << stage << "/22] " << name << '\n';
-    };
-    progress.on_read_stage = [&err](int stage, std::string_view name) {
-      err << "        reading " << stage << "/28 " << name << '\n';
-    };
-  }
-
-  // Record files of the time-history functions go to Trelk's own data folder: the one
-  // given, else the one of the chosen Trelk version.
+  // Trelk's data folder: it receives the record file of every time-history function (in
+  // Records/EqkeGroup) and holds the default structures folder.
   std::string trelk_path = options.trelk_path;
   if (trelk_path.empty()) trelk_path = GetTrelkPath(options.version == 5, *MakePlatformFolders());
 
-  TrelkStore store;
-  try {
-    switch (Transform(host.get(), store, messages, options.dir, options.name, trelk_path,
-                      progress)) {
-      case TransformOutcome::NoModel: return exit_status::kNoModel;
-      case TransformOutcome::EmptyModel: return exit_status::kEmptyModel;
-      case TransformOutcome::Complete: return exit_status::kComplete;
+  std::string structure_dir = options.dir;
+  if (structure_dir.empty()) {
+    const std::optional<std::string> structures = DefaultStructuresFolder(trelk_path);
+    if (!structures) {
+      err << "Error : the Trelk structures folder \""
+          << JoinFolder(JoinFolder(trelk_path, "Trelk"), "Structures")
+          << "\" is missing and cannot be made.\n";
+      if (trelk_path.empty()) {
+        err << "No Trelk 4 install folder is configured (TRELK4_INSTALL_PATH).\n";
+      }
+      err << "Choose the structures folder with --dir, or Trelk's data folder with "
+             "--trelk-path.\n";
+      return exit_status::kStructuresFolderNotMade;
     }
+    structure_dir = *structures;
+  }
+
+  std::unique_ptr<ProgressBar> bar;
+  if (!options.quiet && err_is_terminal) bar = std::make_unique<ProgressBar>(err);
+  StreamMessages messages(err, bar.get());
+
+  // The structure folder, made one level deep when it is missing. The files go to the
+  // folder of the name without its trailing spaces, which Windows drops from a folder name
+  // when it makes the folder; the folder made here is that same folder on every platform.
+  // An empty name gives the chosen folder itself, which exists.
+  const std::string folder =
+      JoinFolder(structure_dir, WithoutTrailingSpaces(options.name));
+  if (!FolderExistsByAttributes(folder) && !MakeFolder(folder)) {
+    messages.Show({"", "Error : Couldn't create directory !", MessageIcon::Critical});
+    return exit_status::kFolderNotMade;
+  }
+
+  int record_files = 0;
+  TransferProgress progress;
+  if (bar) AttachProgressBar(progress, *bar);
+  progress.on_record_file = [&record_files](std::string_view) { ++record_files; };
+
+  TrelkStore store;
+  TransformOutcome outcome = TransformOutcome::NoModel;
+  try {
+    outcome = Transform(host.get(), store, messages, structure_dir, options.name, trelk_path,
+                        progress);
   } catch (const TransferFailure& failure) {
     messages.Show({"Transfer stopped", failure.what(), MessageIcon::Critical});
     return exit_status::kTransferFailed;
+  } catch (const std::exception& failure) {
+    messages.Show({"Transfer stopped", failure.what(), MessageIcon::Critical});
+    return exit_status::kTransferFailed;
   }
-  return exit_status::kTransferFailed;
+  switch (outcome) {
+    case TransformOutcome::NoModel: return exit_status::kNoModel;
+    case TransformOutcome::EmptyModel: return exit_status::kEmptyModel;
+    case TransformOutcome::Complete: break;
+  }
+  if (!options.quiet) {
+    const std::string records =
+        JoinFolder(JoinFolder(trelk_path, "Records"), std::string(kEqkeGroupName));
+    PrintStructureSummary(out, SummariseStructure(store, record_files, records));
+    out.flush();
+  }
+  return exit_status::kComplete;
 }
 
 }  // namespace
 
 int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& err) {
+  return RunCli(argc, argv, out, err, &err == &std::cerr && StderrIsTerminal());
+}
+
+int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& err,
+           bool err_is_terminal) {
   CLI::App app{"vask2trelk: transfers a Vask model into a Trelk structure."};
   app.require_subcommand(1);
 
@@ -116,20 +175,21 @@ int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& e
   CLI::App* transfer = app.add_subcommand(
       "transfer",
       "Translate a model file into a Trelk structure: the folder DIR/NAME with the seven "
-      "structure files.");
+      "structure files, and a record file for every time-history function.");
   transfer->add_option("model", options.model, "The model file (JSON, format \"vask-model\").")
       ->required()
       ->check(CLI::ExistingFile);
   transfer->add_option("--dir", options.dir,
-                       "The Trelk structures folder that receives the structure folder.")
-      ->required()
+                       "The Trelk structures folder that receives the structure folder; it "
+                       "must exist. Default: Trelk/Structures in Trelk's data folder (see "
+                       "--trelk-path), made when it is missing.")
       ->check(CLI::ExistingDirectory);
   transfer->add_option("--name", options.name,
                        "The structure name, at most 12 characters; the structure folder is "
-                       "DIR/NAME.")
+                       "DIR/NAME, made when it is missing.")
       ->capture_default_str();
   transfer->add_option("--version", options.version,
-                       "Target Trelk version, 5 or 4; it decides only the Trelk data folder, "
+                       "Target Trelk version, 5 or 4; it decides only Trelk's data folder, "
                        "never the structure files.")
       ->check(CLI::IsMember({4, 5}))
       ->capture_default_str();
@@ -143,17 +203,21 @@ int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& e
                      "Embed beams in shells. Accepted for scripts written for the transfer "
                      "form: embedded beams are made whenever the model calls for them, so the "
                      "output is the same with or without it.");
-  transfer->add_flag("-q,--quiet", options.quiet, "Print no progress.");
+  transfer->add_flag("-q,--quiet", options.quiet,
+                     "No progress bar and no summary; messages are still shown.");
+
+  CLI::App* rules = app.add_subcommand(
+      "rules", "Print the transfer rules: what a transfer carries over, and what it drops.");
 
   try {
     app.parse(argc, argv);
   } catch (const CLI::CallForHelp& e) {
-    out << app.help();
     (void)e;
+    out << app.help();
     return exit_status::kComplete;
   } catch (const CLI::CallForAllHelp& e) {
-    out << app.help("", CLI::AppFormatMode::All);
     (void)e;
+    out << app.help("", CLI::AppFormatMode::All);
     return exit_status::kComplete;
   } catch (const CLI::ParseError& e) {
     err << "Error: " << e.what() << '\n';
@@ -161,7 +225,11 @@ int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& e
     return exit_status::kUsage;
   }
 
-  if (transfer->parsed()) return RunTransferCommand(options, err);
+  if (rules->parsed()) {
+    out << TransferRuleText();
+    return exit_status::kComplete;
+  }
+  if (transfer->parsed()) return RunTransferCommand(options, out, err, err_is_terminal);
   return exit_status::kUsage;
 }
 

@@ -14,9 +14,17 @@ inline constexpr int kNoModel = 4;
 inline constexpr int kEmptyModel = 5;
 inline constexpr int kFolderNotMade = 6;
 inline constexpr int kTransferFailed = 7;
+// The default structures folder (TrelkPath/Trelk/Structures) is missing and cannot be made.
+inline constexpr int kStructuresFolderNotMade = 8;
 }  // namespace exit_status
 
 // Runs the command line; messages for the user go to `err`, normal output to `out`.
+// Progress is drawn on `err` only when `err_is_terminal` says that a person watches it.
+int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& err,
+           bool err_is_terminal);
+
+// The same, with `err` taken as a terminal when it is the standard error stream of the
+// process and that stream is an interactive terminal.
 int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& err);
 
 }  // namespace vtt

@@ -25,6 +25,10 @@ class VaskModelObj;
 struct TransferProgress {
   std::function<void(int stage, std::string_view name)> on_stage;
   std::function<void(int read_stage, std::string_view name)> on_read_stage;
+  // Called after the record file of a time-history function has been written, with the
+  // function's name; not for a function whose file could not be written (a message has
+  // said so).
+  std::function<void(std::string_view function_name)> on_record_file;
 };
 
 // Everything one run works on.
