@@ -94,8 +94,23 @@ def title_block(name):
 
 def s_file(name, units, node_records, node_count, last_node, node_capacity, library,
            diaphragms=(), diaphragm_capacity=1, groups=(), group_capacity=1, elements=(),
-           element_capacity=1):
-    """The last-added copies of the group and element counts equal the counts."""
+           element_capacity=1, mass_rows=None, frame_sets=(), node_patterns=None,
+           frame_loads=(), self_weight=(), cuts=((), ()), drift=None):
+    """The structure file. The last-added copies of the group and element counts equal the
+    counts. What the load, mass and measuring steps made:
+      mass_rows     six values of "Nodal Mass" for each node record (all 0 when None);
+      frame_sets    structure frames: (name, node numbers, element numbers);
+      node_patterns nodal load patterns: (name, code, {node number: six values}); when None,
+                    the two acceleration patterns of the mass rows alone;
+      frame_loads   frame load patterns: (name, {group: [subgroup, ...]}), see
+                    load_frame_section;
+      self_weight   self-weight patterns: (name, element numbers that take their weight);
+      cuts          (frames, areas) cut at the base, each a list of (end, element);
+      drift         (top node, bottom node) of the drift pair, or None."""
+    if mass_rows is None:
+        mass_rows = [[0.0] * 6 for _ in range(node_count)]
+    if node_patterns is None:
+        node_patterns = accel_patterns(mass_rows)
     out = title_block(name)
     out += i16(0) + i16(units["length"]) + i16(units["force"]) + f32(units["gravity"])
     out += i16(0) + i16(1) + i16(4) + i16(1) + i16(0) + i16(0)
@@ -105,22 +120,185 @@ def s_file(name, units, node_records, node_count, last_node, node_capacity, libr
     assert len(out) == 146
     out += b"".join(node_records)
     out += i16(len(diaphragms)) + i16(diaphragm_capacity) + b"".join(diaphragms)
-    out += tagged_i16(0) + tagged_i16(1)            # nodal mass patterns
+    out += nodal_mass_section(mass_rows)
     out += i16(len(groups)) + i16(len(groups)) + i16(group_capacity) + b"".join(groups)
     out += i32(len(elements)) + i32(len(elements)) + i32(element_capacity) + b"".join(elements)
-    out += i16(0) + i16(0)                          # structure frames
-    out += i16(0) + i16(1)                          # nodal load patterns
-    out += i16(0) + i16(1) + i16(1) + i16(0) + i16(1)  # frame load patterns, slots, values
-    out += i16(0) + i16(1)                          # self weight patterns
+    out += structure_frames_section(frame_sets, node_capacity, element_capacity)
+    out += load_node_section(node_patterns, node_count)
+    out += load_frame_section(frame_loads, len(groups), len(elements))
+    out += self_weight_section(self_weight, len(elements))
     out += zeros(12)                                # six zero words
-    out += i16(0) + i16(0) + i16(1)                 # section cuts
-    out += i32(0) + i32(1)                          # cut members
-    out += i16(0) + i16(1)                          # cut groups
-    out += i16(0) + i16(1) + i16(0) + i16(1)        # drifts, deflections
+    out += section_cut_sections(*cuts)
+    out += drift_section(drift)
     out += i16(0) * 10 + i16(1) * 10                # limit states
     out += library
     out += i16(0) * 3 + i32(0) * 2                  # tail
     return out
+
+
+# --- Sections of the structure file written by the load, mass and measuring steps --------
+
+def nodal_mass_section(rows):
+    """The one mass pattern "Nodal Mass" (tagged count and capacity, 1 and 1), then six f32
+    for each node record from 1 to the node count."""
+    out = tagged_i16(1) + tagged_i16(1) + placed(64, (0, text("Nodal Mass", 40)))
+    return out + b"".join(f32s(row) for row in rows)
+
+
+def structure_frames_section(frame_sets, node_capacity, elem_capacity):
+    """Frames (named sets of nodes and elements): the records, then both flag matrices with
+    every allocated slot, frames up to the capacity (the first frame gives 11); nodes from 1
+    to the node capacity, elements from 0 to the element capacity."""
+    if not frame_sets:
+        return i16(0) + i16(0)
+    capacity = grown_capacity(len(frame_sets), capacity=0)
+    out = i16(len(frame_sets)) + i16(capacity)
+    for t, (name, _, _) in enumerate(frame_sets, start=1):
+        out += placed(28, (0, text(name_with_suffix("", name, t), 20)))
+    sets = list(frame_sets) + [("", (), ())] * (capacity - len(frame_sets))
+    for _, node_ids, _ in sets:
+        out += bytes(1 if n in node_ids else 0 for n in range(1, node_capacity + 1))
+    for _, _, elem_ids in sets:
+        out += bytes(1 if e in elem_ids else 0 for e in range(0, elem_capacity + 1))
+    return out
+
+
+def pattern_record(name, code):
+    """TrelkLoadNodePatternRec, TrelkLoadFramePatternRec and TrelkSelfWeightPatternRec share
+    one form of 72 bytes."""
+    return placed(72, (0, text(name, 40)), (42, i16(code)))
+
+
+def accel_patterns(mass_rows):
+    """"AccelUX" and "AccelUY": the U1 mass of each source node above 1e-6, as F1 and as F2
+    (the Y pattern takes the U1 mass too). Record 1 is no source node."""
+    ux, uy = {}, {}
+    for n, row in enumerate(mass_rows, start=1):
+        if n > 1 and row[0] > 1e-6:
+            ux[n] = [row[0], 0.0, 0.0, 0.0, 0.0, 0.0]
+            uy[n] = [0.0, row[0], 0.0, 0.0, 0.0, 0.0]
+    return [("AccelUX", 1, ux), ("AccelUY", 2, uy)]
+
+
+def load_node_section(patterns, node_count):
+    """Nodal load patterns (capacity count + 10), then for each pattern and node record one
+    value record of 32 bytes: F1, F2, F3, M1, M2, M3, Used 1.0 where the node is loaded."""
+    out = i16(len(patterns)) + i16(len(patterns) + 10)
+    out += b"".join(pattern_record(name, code) for name, code, _ in patterns)
+    for _, _, loads in patterns:
+        for n in range(1, node_count + 1):
+            out += f32s(list(loads[n]) + [1.0]) + zeros(4) if n in loads else zeros(32)
+    return out
+
+
+def frame_load_item(kind, next_item, value1, position1, value2, position2):
+    """TrelkLoadFrameValueRec, 30 bytes: kind 1 distributed, 2 point."""
+    return placed(30, (0, bytes([kind])), (2, i16(next_item)),
+                  (6, f32s([value1, position1, value2, position2])))
+
+
+def load_frame_section(patterns, group_count, elem_count):
+    """Frame load patterns. patterns: (name, {group: [subgroup, ...]}) with the subgroups of
+    each element group in their number order; a subgroup is a dict with "elems" (element
+    numbers), "dist" ((RD1, RD2, Val1, Val2) items) and "point" ((RD, Val) items). The
+    value matrix is dumped by its slot bound, the largest subgroup number plus 1."""
+    if not patterns:
+        return i16(0) + i16(1) + i16(1) + i16(0) + i16(1)
+    slots = max([len(subs) for _, groups in patterns for subs in groups.values()] + [0]) + 1
+    group_index, group_value, elem_index, items = {}, {}, {}, []
+    for q, (_, groups) in enumerate(patterns, start=1):
+        for g in range(1, group_count + 1):
+            subs = groups.get(g, [])
+            for s, sub in enumerate(subs, start=1):
+                for e in sub["elems"]:
+                    elem_index[(q, e)] = s
+            group_index[(q, g)] = len(subs)
+            for s, sub in enumerate(subs, start=1):
+                entries = ([(1, item) for item in sub["dist"]]
+                           + [(2, (rd, 0.0, val, 0.0)) for rd, val in sub["point"]])
+                for u, (kind, (rd1, rd2, val1, val2)) in enumerate(entries, start=1):
+                    t = len(items) + 1
+                    if u == 1:
+                        count = len(sub["elems"]) if kind == 1 else 1
+                        group_value[(s, q, g)] = placed(16, (0, i32(count)),
+                                                        (8, i16(len(entries))), (10, i16(t)))
+                    next_item = 0 if u == len(entries) else t + 1
+                    if kind == 1:
+                        items.append(frame_load_item(1, next_item, val1, rd1, val2, rd2))
+                    else:
+                        items.append(frame_load_item(2, next_item, val1, rd1, 0.0, 0.0))
+    out = i16(len(patterns)) + i16(len(patterns) + 10) + i16(slots)
+    out += i16(len(items)) + i16(grown_capacity(len(items)))
+    out += b"".join(pattern_record(name, 1) for name, _ in patterns)
+    for q in range(1, len(patterns) + 1):
+        out += b"".join(i16(group_index[(q, g)]) for g in range(1, group_count + 1))
+    for s in range(1, slots + 1):
+        for q in range(1, len(patterns) + 1):
+            for g in range(1, group_count + 1):
+                out += group_value.get((s, q, g), zeros(16))
+    for q in range(1, len(patterns) + 1):
+        out += b"".join(i16(elem_index.get((q, e), 0)) for e in range(1, elem_count + 1))
+    return out + b"".join(items)
+
+
+def self_weight_section(patterns, elem_count):
+    """Self-weight patterns (capacity count + 10), then one flag byte for each pattern and
+    element. patterns: (name, element numbers that take their weight)."""
+    if not patterns:
+        return i16(0) + i16(1)
+    out = i16(len(patterns)) + i16(len(patterns) + 10)
+    out += b"".join(pattern_record(name, -3) for name, _ in patterns)
+    for _, flagged in patterns:
+        out += bytes(1 if e in flagged else 0 for e in range(1, elem_count + 1))
+    return out
+
+
+def cut_member(end, elem, next_entry):
+    """TrelkCutMemberRec, 10 bytes."""
+    return i16(end) + i32(elem) + i32(next_entry)
+
+
+def section_cut_sections(frame_cut, area_cut):
+    """The base cuts, their member list and the one cut group. frame_cut and area_cut: the
+    qualifying frames and areas in model order, each (end, element). The member list holds
+    nf + 1 + na + 1 entries even when one side is empty, so an unused entry of zeros closes it."""
+    nf, na = len(frame_cut), len(area_cut)
+    if nf + na == 0:
+        return i16(0) + i16(0) + i16(1) + i32(0) + i32(1) + i16(0) + i16(1)
+    cuts = []
+    members = [zeros(10)] * (nf + 1 + na + 1)
+
+    def cut_record(name, first, last):
+        return placed(78, (0, text(name, 40)), (40, i32(first)), (44, i32(last)),
+                      (54, f32s([1.0, 2.0, 3.0])))
+
+    if nf:
+        cuts.append(cut_record("Frame Base Cut", 1, nf + 1))
+        members[0] = cut_member(0, 0, 2)
+        for j, (end, elem) in enumerate(frame_cut, start=1):
+            members[j] = cut_member(end, elem, 0 if j == nf else j + 2)
+    if na:
+        f = 1 if nf == 0 else nf + 2
+        cuts.append(cut_record("Area Base Cut", f, f + na))
+        members[f - 1] = cut_member(0, 0, f + 1)
+        for j, (end, elem) in enumerate(area_cut, start=1):
+            members[f + j - 1] = cut_member(end, elem, 0 if j == na else f + j + 1)
+    out = i16(len(cuts)) + i16(0) + i16(len(cuts) + 10) + b"".join(cuts) + zeros(34) * len(cuts)
+    out += i32(len(members)) + i32(len(members) + 10) + b"".join(members)
+    group = placed(56, (0, text("Support Sect Group", 40)), (40, i16(1)), (42, i16(len(cuts))))
+    return out + i16(1) + i16(1) + group + bytes([1] * len(cuts))
+
+
+def drift_section(pair):
+    """"H1 Drift" and "H2 Drift" on the drift pair (capacity 12 after the second), then the
+    deflections, always none."""
+    if pair is None:
+        return i16(0) + i16(1) + i16(0) + i16(1)
+    top, bottom = pair
+    records = [placed(46, (0, text(name, 20)), (20, bytes([1, axis])), (22, i32(top)),
+                      (26, i32(bottom)))
+               for axis, name in enumerate(["H1 Drift", "H2 Drift"])]
+    return i16(2) + i16(grown_capacity(2)) + i16(0) + i16(1) + b"".join(records)
 
 
 def empty_files(name):
@@ -168,7 +346,10 @@ def one_node():
                                  "MatElasticFiber": fibre, "MatElasticShear": shear,
                                  "MatElasticSlab": slab}, max_count=12)
     nodes = node_records([(0.0, 0.0, 0.0, [True] * 6, 0)])
-    files["TRKDS"] = s_file("one-node", u, nodes, 2, 1, 200, library)
+    # One node is the last node too, so there is no drift pair; it is fixed, so no mass.
+    source = plain_source(source_nodes([("1", 0.0, 0.0, 0.0, [True] * 6)]))
+    assert drift_pair(source["nodes"]) is None
+    files["TRKDS"] = s_file("one-node", u, nodes, 2, 1, 200, library, **measured(source, 2))
     return files
 
 
@@ -231,21 +412,26 @@ def floors_mats():
     files = empty_files(name)
     fixed = [True] * 6
     free = [False] * 6
-    nodes = node_records([
-        (0.0, 0.0, 0.0, fixed, 0),                                    # B1
-        (6.0, 0.0, 0.0, fixed, 0),                                    # B2
-        (6.0, 5.0, 0.0, [True, True, True, False, False, True], 0),   # B3
-        (0.0, 5.0, 0.0, [True, True, True, False, False, False], 0),  # B4
-        (0.0, 0.0, 3.0, free, 1),                                     # F1a: D1 with D2 merged
-        (6.0, 0.0, 3.0, free, 1),                                     # F1b
-        (6.0, 5.0, 3.0, free, 1),                                     # F1c, shared by D1, D2
-        (0.1, 5.0, 3.0, free, 1),                                     # F1d
-        (0.0, 0.0, 6.0, free, 0),                                     # F2a: D3 dropped
-        (6.0, 0.0, 6.0, free, 0),                                     # F2b
-        (3.0, 0.0, 6.0, [True] + [False] * 5, 0),                     # S2, supported in U1
-        (6.0, 5.0, 6.0, [False, False, True, False, False, False], 2),  # F2c: D4
-        (0.0, 5.0, 6.25, free, 2),                                    # F2d
-    ])
+    points = [
+        ("B1", 0.0, 0.0, 0.0, fixed, 0),
+        ("B2", 6.0, 0.0, 0.0, fixed, 0),
+        ("B3", 6.0, 5.0, 0.0, [True, True, True, False, False, True], 0),
+        ("B4", 0.0, 5.0, 0.0, [True, True, True, False, False, False], 0),
+        ("F1a", 0.0, 0.0, 3.0, free, 1),                                  # D1 with D2 merged
+        ("F1b", 6.0, 0.0, 3.0, free, 1),
+        ("F1c", 6.0, 5.0, 3.0, free, 1),                                  # shared by D1, D2
+        ("F1d", 0.1, 5.0, 3.0, free, 1),
+        ("F2a", 0.0, 0.0, 6.0, free, 0),                                  # D3 dropped
+        ("F2b", 6.0, 0.0, 6.0, free, 0),
+        ("S2", 3.0, 0.0, 6.0, [True] + [False] * 5, 0),                   # supported in U1
+        ("F2c", 6.0, 5.0, 6.0, [False, False, True, False, False, False], 2),  # D4
+        ("F2d", 0.0, 5.0, 6.25, free, 2),
+    ]
+    nodes = node_records([p[1:] for p in points])
+    # No frame and no area: no mass, no cut. The highest node, F2d, is the last one, so
+    # there is no drift pair.
+    source = plain_source(source_nodes([p[:5] for p in points]))
+    assert drift_pair(source["nodes"]) is None
     u = UNITS_KN_M
     # Materials as read: C30 (fc from the curve's peak compression, 32000), S355,
     # " B500 " (uniaxial: Nu 0.05, G = E / 2; eFu from the curve's peak, 560000),
@@ -282,7 +468,7 @@ def floors_mats():
                                  "MatElasticSlab": slab}, max_count=12)
     diaphragms = [diaphragm_record("D1"), diaphragm_record("D4")]
     files["TRKDS"] = s_file(name, u, nodes, 14, 13, 200, library, diaphragms=diaphragms,
-                            diaphragm_capacity=12)
+                            diaphragm_capacity=12, **measured(source, 14))
     return files
 
 
@@ -758,6 +944,31 @@ def frames():
     groups, elements = element_groups(groups_members)
     assert len(elements) == 29
 
+    # The source frames in model order (X0 is not read) with their elements; AL1 has no
+    # material, so no element, no mass and no weight.
+    labels = ["%s%d-%d" % ("ABC"[xi], yi + 1, zi) for zi in range(3) for yi in range(2)
+              for xi in range(3)]
+    source = plain_source(source_nodes([(lab,) + pt[:4] for lab, pt in zip(labels, points)]),
+                          gravity=u["gravity"])
+    conc["UnitMass"], steel["UnitMass"] = 2.248e-7, 7.345e-7
+    source["frames"] = source_frames(source["nodes"], elements, [
+        ("CB1", b16, conc, "A1-1", "B1-1", 10), ("C1", c24, conc, "A1-0", "A1-1", 2),
+        ("C2", c24, conc, "A1-1", "A1-2", 3), ("SB1", w18, steel, "A2-2", "B2-2", 21),
+        ("SB2", w18, steel, "B2-2", "C2-2", 22), ("CB2", b16, conc, "B1-1", "C1-1", 11),
+        ("C3", c24, conc, "A2-0", "A2-1", 4), ("SB3", w18, steel, "A2-1", "B2-1", 23),
+        ("C4", c24, conc, "A2-1", "A2-2", 5), ("CB3", b16, conc, "A1-2", "B1-2", 12),
+        ("SB4", w18, steel, "B2-1", "C2-1", 24), ("C5", c24, conc, "B1-0", "B1-1", 6),
+        ("SB5", w18, steel, "B1-2", "C1-2", 25), ("CB4", b16, conc, "A1-1", "A2-1", 13),
+        ("SB6", w18, steel, "A1-2", "A2-2", 26), ("C6", c24, conc, "B2-0", "B2-1", 7),
+        ("SC1", w14, steel, "C1-0", "C1-1", 18), ("SC2", w14, steel, "C2-0", "C2-1", 19),
+        ("SBR1", hss, steel, "A1-0", "B1-1", 28), ("CBR1", circ, conc, "B1-1", "C1-2", 15),
+        ("CBR2", circ, conc, "C1-0", "B1-1", 16), ("SBR2", hss, steel, "B2-0", "C2-1", 29),
+        ("AL1", {"area": 4.5}, None, "B2-1", "B2-2", 0), ("C7", c24, conc, "C1-1", "C1-2", 8)])
+    # Every base node is fixed; the nine frames that stand on one are cut at their I end.
+    assert base_cut_members(source) == ([(0, e) for e in (2, 4, 6, 7, 18, 19, 28, 16, 29)], [])
+    # Top A1-2 (record 14) straight above A1-0 (record 2): the first pair at distance 0.
+    assert drift_pair(source["nodes"]) == (14, 2)
+
     # MaxComponentCount: the 32 frame compounds count by count, ahead of every other list.
     library = component_library({
         "FemaBeam": fema_beams, "FemaColumn": fema_columns, "EndZone": [DEFAULT_END_ZONE],
@@ -766,7 +977,7 @@ def frames():
         "CpdFrame": compounds}, max_count=32)
     files["TRKDS"] = s_file(name, u, nodes, 19, 18, 200, library, groups=groups,
                             group_capacity=grown_capacity(6), elements=elements,
-                            element_capacity=grown_capacity(29))
+                            element_capacity=grown_capacity(29), **measured(source, 19))
     return files
 
 
@@ -779,13 +990,14 @@ def frames_kn():
     files = empty_files(name)
     u = UNITS_KN_M
     fixed, free = [True] * 6, [False] * 6
-    nodes = node_records([
+    points = [
         (0.0, 0.0, 0.0, fixed, 0),                                    # A0
         (4.0, 0.0, 0.0, [True, True, True, False, False, False], 0),  # B0: pinned
         (8.0, 0.0, 0.0, [True, True, True, False, False, True], 0),   # C0
         (0.0, 0.0, 4.0, free, 0), (4.0, 0.0, 4.0, free, 0), (8.0, 0.0, 4.0, free, 0),  # A1 B1 C1
         (0.0, 0.0, 8.0, free, 1), (4.0, 0.0, 8.0, free, 1), (8.0, 0.0, 8.0, free, 1),  # A2 B2 C2: D1
-    ])
+    ]
+    nodes = node_records(points)
     A0, B0, C0, A1, B1, C1, A2, B2, C2 = range(2, 11)
 
     # Materials as read: S355, C30, then the created "Rebar" (uniaxial).
@@ -845,6 +1057,21 @@ def frames_kn():
     groups, elements = element_groups(groups_members)
     assert len(elements) == 15
 
+    labels = ["A0", "B0", "C0", "A1", "B1", "C1", "A2", "B2", "C2"]
+    source = plain_source(source_nodes([(lab,) + pt[:4] for lab, pt in zip(labels, points)]),
+                          gravity=u["gravity"])
+    steel["UnitMass"], conc["UnitMass"] = 7.849, 2.447
+    source["frames"] = source_frames(source["nodes"], elements, [
+        ("K1", c400, conc, "A0", "A1", 2), ("K2", c400, conc, "A1", "A2", 3),
+        ("K3", c400, conc, "C0", "C1", 4), ("K4", heb, steel, "C1", "C2", 10),
+        ("B1", b300, conc, "A1", "B1", 6), ("B2", ipe, steel, "B1", "C1", 12),
+        ("B3", ipe, steel, "A2", "C2", 13), ("BR1", angle, steel, "B0", "C1", 15),
+        ("BR2", c250, conc, "B1", "A2", 8)])
+    # K1, K3 and the brace BR1 stand on supports (B0 pinned, C0 fixed in R3 too).
+    assert base_cut_members(source) == ([(0, 2), (0, 4), (0, 15)], [])
+    # Top A2 (record 8) straight above A0 (record 2).
+    assert drift_pair(source["nodes"]) == (8, 2)
+
     library = component_library({
         "FemaBeam": fema_beams, "FemaColumn": fema_columns, "EndZone": [DEFAULT_END_ZONE],
         "Release": releases, "MatInel": inelastic, "MatElasticFiber": fibre,
@@ -852,7 +1079,7 @@ def frames_kn():
         "CpdFrame": compounds}, max_count=26)
     files["TRKDS"] = s_file(name, u, nodes, 10, 9, 200, library, diaphragms=[diaphragm_record("D1")],
                             groups=groups, group_capacity=grown_capacity(6), elements=elements,
-                            element_capacity=grown_capacity(15))
+                            element_capacity=grown_capacity(15), **measured(source, 10))
     return files
 
 
@@ -864,7 +1091,11 @@ def sections():
     name = "sections"
     files = empty_files(name)
     u = UNITS_KN_M
-    nodes = node_records([(0.0, 0.0, 0.0, [True] * 6, 0), (2.5, -1.5, 3.2, [False] * 6, 0)])
+    points = [("P1", 0.0, 0.0, 0.0, [True] * 6), ("P2", 2.5, -1.5, 3.2, [False] * 6)]
+    nodes = node_records([p[1:] + (0,) for p in points])
+    # No frame, no area: no mass and no cut; the higher node is the last, so no drift pair.
+    source = plain_source(source_nodes(points))
+    assert drift_pair(source["nodes"]) is None
 
     # Materials as read, in the order C30, B500, C40, S355, B420. C40 takes its strength from
     # its curve's peak compression, B420 its eFu from its curve's peak; B500 is uniaxial.
@@ -969,7 +1200,7 @@ def sections():
         "MatElasticShear": shear, "MatElasticSlab": slab, "XecBeam": beams, "XecColumn": columns,
         "XecSlab": slabs, "XecWallInel": wall_inel, "XecWallElastic": wall_elastic,
         "CpdFrame": compounds, "CpdWall": walls, "CpdGWall": general_walls}, max_count=20)
-    files["TRKDS"] = s_file(name, u, nodes, 3, 2, 200, library)
+    files["TRKDS"] = s_file(name, u, nodes, 3, 2, 200, library, **measured(source, 3))
     return files
 
 
@@ -1341,9 +1572,12 @@ def walls_slabs():
                 group = "ElemConcSlabRamp" if mat_type == 2 else "ElemSteelSlab"
                 members[group].append((crosswise, 3, 8, 1, slab_xsect[section], 0.0))
         elif layered[section][0] == 1:
-            members["ElemConcWall"].append((crosswise, 6, 3, 1, cpd_wall_id[section], 0.0))
+            group = "ElemConcWall"
+            members[group].append((crosswise, 6, 3, 1, cpd_wall_id[section], 0.0))
         else:
-            members["ElemConcGWall"].append((crosswise, 6, 4, 1, cpd_gwall_id[section], 0.0))
+            group = "ElemConcGWall"
+            members[group].append((crosswise, 6, 4, 1, cpd_gwall_id[section], 0.0))
+        area["member_of"] = (group, len(members[group]))
     for area in areas:
         if area["embed_section"] is None:
             continue
@@ -1370,6 +1604,37 @@ def walls_slabs():
     ] + [(g, area_kinds[g], m) for g, m in members.items() if m]
     groups, elements = mixed_element_groups(groups_members)
 
+    # The source model's frames, areas and nodes for masses, cuts and the drift pair. An area
+    # element is its group's leading record plus its place in the group.
+    leading, running = {}, 1
+    for group_name, _, m in groups_members:
+        leading[group_name] = running
+        running += len(m) + 1
+    for area in areas:
+        group_name, k = area.get("member_of", (None, 0))
+        area["elem"] = leading[group_name] + k if group_name else 0
+        if area["section"] in thin:
+            area["material"] = materials[thin[area["section"]][0]][1]
+            area["thick"] = thin[area["section"]][1]
+        else:
+            area["material"], area["thick"] = None, 0.0
+            area["layer_material"], area["layer_thick"] = conc, layered[area["section"]][1]
+    conc["UnitMass"], steel["UnitMass"] = 2.447, 7.849
+    rebar["UnitMass"], rebar["UnitWeight"] = 7.849, 76.97
+    sections_of = {"C400": (c400, conc), "IPE300": (ipe, steel)}
+    source = plain_source(nodes, areas=areas, gravity=u["gravity"])
+    source["frames"] = source_frames(nodes, elements, [
+        (label, sections_of[sect][0], sections_of[sect][1], node_i, node_j, elem)
+        for (label, sect, node_i, node_j, _), elem in zip(frames, [2, 3, 4, 5, 7, 8, 9])])
+    # The four columns stand on supports at I; of the areas, those with both lower nodes on
+    # supports: W1, W2, the steel W4 and W5 (the parts of W3a stand on a new mid-side node).
+    assert base_cut_members(source)[0] == [(0, 2), (0, 3), (0, 4), (0, 5)]
+    assert [a["label"] for a in areas
+            if is_support(a["nodes"][0]) and is_support(a["nodes"][1])] == ["W1", "W2", "W4", "W5"]
+    # Top D4 (record 17) is nearest in plan to D0 (record 5), 3 m away; E4 above E0 is as
+    # near but comes later.
+    assert drift_pair(nodes) == (17, 5)
+
     records = {"FemaBeam": fema_beams, "FemaColumn": fema_columns, "EndZone": [DEFAULT_END_ZONE],
                "Release": [EMBED_BEAM_RELEASE], "MatInel": inelastic, "MatElasticFiber": fibre,
                "MatElasticShear": shear, "MatElasticSlab": slab, "XecBeam": beams,
@@ -1380,8 +1645,618 @@ def walls_slabs():
     node_list = node_records([(n["x"], n["y"], n["z"], n["restrained"], 0) for n in nodes])
     files["TRKDS"] = s_file(name, u, node_list, len(nodes) + 1, len(nodes), 200, library,
                             groups=groups, group_capacity=grown_capacity(len(groups)),
-                            elements=elements, element_capacity=grown_capacity(len(elements)))
+                            elements=elements, element_capacity=grown_capacity(len(elements)),
+                            **measured(source, len(nodes) + 1))
     return files
+
+
+# --- Loads and masses of the source model, and what the measuring steps take from it -----
+#
+# A source model here is a dict of plain lists, in model order:
+#   "nodes"       label, x, y, z, restrained (six booleans), id, and "mass" (six additional
+#                 masses; optional);
+#   "frames"      the frames that were read: label, "i" and "j" (nodes), "area" (of the
+#                 section), "material" (None, or a dict with UnitMass and UnitWeight),
+#                 "elem" and "group" (0 when the frame has no element), "mass_per_length"
+#                 (optional), "dist" and "point" (load objects of read_frame_loads);
+#   "areas"       four-node areas, nodes in normal order: label, "nodes", "material" (the
+#                 section's own material, None for a layered shell), "thick",
+#                 "layer_material" and "layer_thick" (layered shells), "elem",
+#                 "mass_per_area" (optional);
+#   "patterns"    load patterns: label, "swm" (self-weight multiplier);
+#   "load_nodes"  nodal load objects: label, items of (pattern, six values "f");
+#   "mass_source" (option, [(pattern, factor), ...]);
+#   "gravity"     the unit block's gravity.
+# Masses, load patterns and subgroups follow the source rules step by step; every sum is
+# made in the order the rules give.
+
+ZERO = 1e-6
+
+
+def plain_source(nodes, frames=(), areas=(), gravity=9.81):
+    """A source model with no load, no pattern and the default mass source (option 1)."""
+    return {"nodes": list(nodes), "frames": list(frames), "areas": list(areas), "patterns": [],
+            "load_nodes": [], "mass_source": (1, []), "gravity": gravity}
+
+
+def first_by_label(items):
+    found = {}
+    for item in items:
+        found.setdefault(item["label"], item)
+    return found
+
+
+def frame_length(frame, projected):
+    """Between the end nodes; projected leaves out the Z difference."""
+    dx = frame["j"]["x"] - frame["i"]["x"]
+    dy = frame["j"]["y"] - frame["i"]["y"]
+    dz = 0.0 if projected else frame["j"]["z"] - frame["i"]["z"]
+    return math.sqrt(dx * dx + dy * dy + dz * dz)
+
+
+def quad_area(nodes, projected):
+    """Half the length of the cross product of the diagonals node 3 - node 2 and node 4 -
+    node 1; projected sets their Z parts to 0."""
+    p = [(n["x"], n["y"], 0.0 if projected else n["z"]) for n in nodes]
+    a = [p[2][k] - p[1][k] for k in range(3)]
+    b = [p[3][k] - p[0][k] for k in range(3)]
+    c = (a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0])
+    return math.sqrt(c[0] * c[0] + c[1] * c[1] + c[2] * c[2]) / 2
+
+
+def area_mass_material(area):
+    """The material and thickness that give an area its mass and weight: the section's own,
+    or for a layered shell its concrete layer and concrete thickness; None when neither."""
+    if area["material"] is not None:
+        return area["material"], area["thick"]
+    if area.get("layer_material") is not None:
+        return area["layer_material"], area["layer_thick"]
+    return None, 0.0
+
+
+def start_masses(nodes):
+    for node in nodes:
+        for key in ("point_mass", "load_mass", "frame_load_mass", "area_load_mass"):
+            node[key] = [0.0] * 6
+
+
+def add_element_masses(source):
+    """Additional masses of nodes (U3 skipped), frames and areas, and the mass of the frame
+    and area materials, into PointMass; frames and areas fill U1 and U2 only."""
+    for node in source["nodes"]:
+        mass = node.get("mass", [0.0] * 6)
+        for c in (0, 1, 3, 4, 5):
+            node["point_mass"][c] = mass[c]
+    for frame in source["frames"]:
+        length = frame_length(frame, False)
+        per_length = frame.get("mass_per_length", 0.0)
+        for c in (0, 1):
+            frame["i"]["point_mass"][c] += per_length * length / 2
+            frame["j"]["point_mass"][c] += per_length * length / 2
+        material = frame["material"]
+        if material is not None:
+            for c in (0, 1):
+                frame["i"]["point_mass"][c] += frame["area"] * material["UnitMass"] * length / 2
+                frame["j"]["point_mass"][c] += frame["area"] * material["UnitMass"] * length / 2
+    for area in source["areas"]:
+        per_area = area.get("mass_per_area", 0.0)
+        size = quad_area(area["nodes"], False)
+        for node in area["nodes"]:
+            for c in (0, 1):
+                node["point_mass"][c] += per_area * size / 4
+        material, thick = area_mass_material(area)
+        if material is None:
+            continue
+        for node in area["nodes"]:
+            for c in (0, 1):
+                node["point_mass"][c] += material["UnitMass"] * size * thick / 4
+
+
+def add_load_masses(source, pattern, factor):
+    """The mass that one pattern of the mass source brings, in U1 and U2: nodal loads (F3
+    downward is mass), self weight of frames and areas, frame distributed loads as
+    simply-supported reactions, frame point loads (not on vertical frames)."""
+    g = widened_f32(source["gravity"])
+    s = factor
+    nodes = first_by_label(source["nodes"])
+    for obj in source["load_nodes"]:
+        for item in obj["items"]:
+            if item["pattern"] == pattern:
+                node = nodes[obj["label"]]
+                for c in (0, 1):
+                    node["load_mass"][c] = node["load_mass"][c] - item["f"][2] * s / g
+    carrying = [p for p in source["patterns"] if p["label"] == pattern]
+    for frame in source["frames"]:
+        material = frame["material"]
+        if material is None:
+            continue
+        length = frame_length(frame, False)
+        for p in carrying:
+            m = material["UnitWeight"] * p["swm"] * frame["area"] * length * s / g / 2
+            for node in (frame["i"], frame["j"]):
+                for c in (0, 1):
+                    node["frame_load_mass"][c] += m
+    for area in source["areas"]:
+        size = quad_area(area["nodes"], False)
+        material, thick = area_mass_material(area)
+        if material is None:
+            continue
+        for p in carrying:
+            m = material["UnitWeight"] * p["swm"] * size * thick * s / g / 4
+            for node in area["nodes"]:
+                for c in (0, 1):
+                    node["area_load_mass"][c] += m
+    for frame in source["frames"]:
+        length = frame_length(frame, False)
+        plan = frame_length(frame, True)
+        for obj in frame.get("dist", []):
+            if obj["pattern"] != pattern:
+                continue
+            for a, b, p, q in obj["items"]:
+                tri = (b - a) * (q - p) / 2
+                rect = (b - a) * p
+                ri = (1 - a / 3 - 2 * b / 3) * tri * length + (1 - (a + b) / 2) * rect * length
+                rj = tri * (2 * b / 3 + a / 3) * length + rect * (a + b) / 2 * length
+                for c in (0, 1):
+                    frame["i"]["frame_load_mass"][c] += ri * s / g
+                    frame["j"]["frame_load_mass"][c] += rj * s / g
+        for obj in frame.get("point", []):
+            if obj["pattern"] != pattern:
+                continue
+            for rd, val in obj["items"]:
+                ri, rj = (1 - rd) * val, rd * val
+                if plan > ZERO:
+                    for c in (0, 1):
+                        frame["i"]["frame_load_mass"][c] += ri * s / g
+                        frame["j"]["frame_load_mass"][c] += rj * s / g
+
+
+def settled_f32(value):
+    """The value narrowed to f32, checked to be far enough from a rounding boundary that the
+    order of the f64 operations before it cannot change the f32."""
+    narrowed = widened_f32(value)
+    assert widened_f32(value * (1 + 1e-13)) == narrowed == widened_f32(value * (1 - 1e-13)), value
+    return narrowed
+
+
+def f32_sum(total, value):
+    """A mass sum in f32. Adding the f64 value to the f32 total and narrowing, or narrowing
+    the value first, must give the same f32, so that the expected bytes hold either way."""
+    settled_f32(value)
+    exact = widened_f32(total + value)
+    assert exact == widened_f32(total + widened_f32(value)), (total, value)
+    return exact
+
+
+def nodal_mass_rows(source, node_count):
+    """"Nodal Mass" of each node record: the accumulators of the mass source's option, in f32,
+    nothing at a restrained degree of freedom, each load accumulator only when positive."""
+    nodes = source["nodes"]
+    start_masses(nodes)
+    option, loads = source["mass_source"]
+    if option in (1, 3):
+        add_element_masses(source)
+    if option in (2, 3):
+        for pattern, factor in loads:
+            add_load_masses(source, pattern, factor)
+    rows = [[0.0] * 6 for _ in range(node_count)]
+    for node in nodes:
+        row = rows[node["id"] - 1]
+        for c in range(6):
+            if node["restrained"][c]:
+                continue
+            if option in (1, 3):
+                row[c] = f32_sum(row[c], node["point_mass"][c])
+            if option in (2, 3):
+                for key in ("load_mass", "frame_load_mass", "area_load_mass"):
+                    if node[key][c] > 0:
+                        row[c] = f32_sum(row[c], node[key][c])
+    return rows
+
+
+def drift_pair(nodes):
+    """The highest and the lowest node nearest to one another in plan, as node numbers, or
+    None. Positions count from 1 in model order; the last node can be neither of them."""
+    top, bottom = -1000000.0, 10000000.0
+    for node in nodes:
+        if node["z"] > top:
+            top = node["z"]
+        if node["z"] < bottom:
+            bottom = node["z"]
+    tops = [(k, n) for k, n in enumerate(nodes, start=1) if abs(n["z"] - top) < ZERO]
+    bottoms = [(k, n) for k, n in enumerate(nodes, start=1) if abs(n["z"] - bottom) < ZERO]
+    best, found = 100000000.0, None
+    for ka, a in tops:
+        for kb, b in bottoms:
+            d = (a["y"] - b["y"]) * (a["y"] - b["y"]) + (a["x"] - b["x"]) * (a["x"] - b["x"])
+            if d < best:
+                best, found = d, (ka, kb)
+    if found is None or not found[0] < len(nodes) or found[1] < 1 or not found[1] < len(nodes):
+        return None
+    return nodes[found[0] - 1]["id"], nodes[found[1] - 1]["id"]
+
+
+def is_support(node):
+    return any(node["restrained"])
+
+
+def base_cut_members(source):
+    """(frames, areas) at the base: a frame with exactly one supported end (end 0 at I, 1 at
+    J), an area whose first two nodes are both supported; each (end, element)."""
+    frame_cut = []
+    for frame in source["frames"]:
+        at_i, at_j = is_support(frame["i"]), is_support(frame["j"])
+        if at_i != at_j:
+            frame_cut.append((0 if at_i else 1, frame["elem"]))
+    area_cut = [(0, area["elem"]) for area in source["areas"]
+                if is_support(area["nodes"][0]) and is_support(area["nodes"][1])]
+    return frame_cut, area_cut
+
+
+def structure_frame_sets(source, host_groups):
+    """A frame for each group but "ALL": node numbers of its points, element numbers of every
+    frame and area that carries the label of one of its frames or areas (0 for an object
+    without element); other object types are lost."""
+    nodes = first_by_label(source["nodes"])
+    sets = []
+    for name, assignments in host_groups:
+        if name == "ALL":
+            continue
+        node_ids, elem_ids = set(), set()
+        for kind, label in assignments:
+            if kind == 1:
+                node_ids.add(nodes[label]["id"])
+            elif kind == 2:
+                elem_ids.update(f["elem"] for f in source["frames"] if f["label"] == label)
+            elif kind == 5:
+                elem_ids.update(a["elem"] for a in source["areas"] if a["label"] == label)
+        sets.append((name, node_ids, elem_ids))
+    return sets
+
+
+def source_nodes(points):
+    """Node dicts of points (label, x, y, z, restraints) in model order; point k (from 0) is
+    node record k + 2."""
+    return [{"label": label, "x": x, "y": y, "z": z, "restrained": list(r), "id": k + 2}
+            for k, (label, x, y, z, r) in enumerate(points)]
+
+
+def source_frames(nodes, elements, frames):
+    """Frame dicts of (label, section constants, material or None, node I, node J, element)
+    in model order; each element record must join the frame's two nodes."""
+    by_label = first_by_label(nodes)
+    made = []
+    for label, section, material, node_i, node_j, elem in frames:
+        frame = {"label": label, "i": by_label[node_i], "j": by_label[node_j],
+                 "area": section["area"], "material": material, "elem": elem, "group": 0,
+                 "dist": [], "point": []}
+        if elem:
+            assert elements[elem - 1][6:14] == i32(frame["i"]["id"]) + i32(frame["j"]["id"]), label
+        made.append(frame)
+    return made
+
+
+def measured(source, node_count, host_groups=(), group_count=0):
+    """The keyword arguments of s_file for what the mass, load, frame, cut and drift steps
+    make of a source model whose loads have been read."""
+    mark_load_pattern_contents(source)
+    rows = nodal_mass_rows(source, node_count)
+    return {"mass_rows": rows, "node_patterns": node_load_patterns(source, rows),
+            "frame_loads": frame_load_patterns(source, group_count),
+            "self_weight": self_weight_patterns(source), "cuts": base_cut_members(source),
+            "drift": drift_pair(source["nodes"]),
+            "frame_sets": structure_frame_sets(source, host_groups)}
+
+
+# Reading the loads: patterns, nodal loads, frame loads, area loads spread to the nodes.
+
+def trimmed(csys):
+    return csys.strip(" ")
+
+
+def set_load_node(obj, label, pattern, values):
+    """Adds the six values to the object's item of the pattern, or opens that item."""
+    for item in obj["items"]:
+        if item["pattern"] == pattern:
+            item["f"] = [a + b for a, b in zip(item["f"], values)]
+            return
+    obj["label"] = label
+    obj["items"].append({"pattern": pattern, "f": list(values)})
+
+
+def new_load_node(source):
+    obj = {"label": None, "items": []}
+    source["load_nodes"].append(obj)
+    return obj
+
+
+def read_load_nodes(source, host_forces):
+    """host_forces: node label -> [(pattern, csys, six values)]. One object for each node
+    with a force in "GLOBAL"; others are dropped."""
+    for node in source["nodes"]:
+        kept = [f for f in host_forces.get(node["label"], []) if trimmed(f[1]) == "GLOBAL"]
+        if not kept:
+            continue
+        obj = new_load_node(source)
+        for pattern, _, values in kept:
+            set_load_node(obj, node["label"], pattern, values)
+
+
+def interpolate(x, x1, y1, x2, y2):
+    if x1 == x2:
+        return 0.0
+    if x1 > x2:
+        x1, y1, x2, y2 = x2, y2, x1, y1
+    if x < x1 or x > x2:
+        return 0.0
+    return y1 + (x - x1) * (y2 - y1) / (x2 - x1)
+
+
+def add_pair(pairs, d1, left1, right1, d2, left2, right2):
+    """Superposes one piece on the stations (dist, ValLeft, ValRight) of a frame."""
+    if not pairs:
+        pairs.extend([[0.0, 0.0, 0.0], [1.0, 0.0, 0.0]])
+
+    def locate(d, left, right):
+        for i in range(len(pairs)):
+            if abs(pairs[i][0] - d) < ZERO:
+                return i, None
+            if i + 1 < len(pairs) and pairs[i][0] + ZERO < d and pairs[i + 1][0] - ZERO > d:
+                b = interpolate(d, pairs[i][0], pairs[i][2], pairs[i + 1][0], pairs[i + 1][1])
+                return i + 1, [d, b + left, b + right]
+        raise AssertionError("a distance outside the frame: %r" % d)
+
+    place1, new1 = locate(d1, left1, right1)
+    place2, new2 = locate(d2, left2, right2)
+    for station in pairs:
+        if d1 + ZERO < station[0] < d2 - ZERO:
+            v = right1 + (station[0] - d1) * (left2 - right1) / (d2 - d1)
+            station[1] += v
+            station[2] += v
+    if new1 is None:
+        pairs[place1][1] += left1
+        pairs[place1][2] += right1
+    if new2 is None:
+        pairs[place2][1] += left2
+        pairs[place2][2] += right2
+    if new2 is not None:
+        pairs.insert(place2, new2)
+    if new1 is not None:
+        pairs.insert(place1, new1)
+
+
+def sort_load_frame_distributed(obj, units):
+    """Rewrites the pieces of one pattern as sorted trapezoids that do not overlap, merging
+    neighbours that continue one another."""
+    pairs = []
+    for rd1, rd2, val1, val2 in obj["items"]:
+        add_pair(pairs, rd1, 0.0, val1, rd2, val2, 0.0)
+    tolerance = widened_f32(INCHES_PER_UNIT[2]) * 1e-6 / widened_f32(INCHES_PER_UNIT[units["length"]])
+    items = []
+    for s in range(len(pairs) - 1):
+        r, l = pairs[s][2], pairs[s + 1][1]
+        if abs(r) <= ZERO and abs(l) <= ZERO:
+            continue
+        if tolerance >= abs(pairs[s + 1][0] - pairs[s][0]):
+            continue
+        items.append([pairs[s][0], pairs[s + 1][0], r, l])
+    for k in range(len(items) - 1, 0, -1):
+        a, b = items[k - 1], items[k]
+        if (abs(a[1] - b[0]) < ZERO and abs(a[3] - b[2]) < ZERO and abs(a[1] - a[0]) > ZERO
+                and abs(b[1] - b[0]) > ZERO
+                and abs((a[3] - a[2]) / (a[1] - a[0]) - (b[3] - b[2]) / (b[1] - b[0])) < ZERO):
+            a[1], a[3] = b[1], b[3]
+            del items[k]
+    obj["items"] = [tuple(item) for item in items]
+
+
+def sort_load_frame_point(obj):
+    """Selection sort with fixed bounds that folds loads at one distance into the first; a
+    removal leaves the old last item behind the count, and the fixed bound reads it."""
+    n = len(obj["items"])
+    slots = [list(item) for item in obj["items"]]
+    count = n
+    for i in range(n - 1):
+        for j in range(i + 1, n):
+            if abs(slots[i][0] - slots[j][0]) >= ZERO:
+                if slots[i][0] > slots[j][0]:
+                    slots[i], slots[j] = slots[j], slots[i]
+            else:
+                slots[i][1] += slots[j][1]
+                for m in range(j, count - 1):
+                    slots[m] = list(slots[m + 1])
+                count -= 1
+    obj["items"] = [tuple(item) for item in slots[:count]]
+
+
+def read_frame_loads(source, host_dist, host_point, units):
+    """host_dist: frame label -> [(pattern, type, csys, dir, rd1, rd2, val1, val2)];
+    host_point: frame label -> [(pattern, type, csys, dir, rd, val)]. Forces in "GLOBAL"
+    along 6, 9 (upward, negated) and 10, 11 (gravity) are kept, positive downward. A
+    distributed load of no length is a point load. All distributed loads of all frames are
+    read before the point loads; then the end point loads move to the end nodes."""
+    def accepted(kind, csys, direction):
+        return kind == 1 and trimmed(csys) == "GLOBAL" and direction in (6, 9, 10, 11)
+
+    def point_object(frame, pattern):
+        for obj in frame["point"]:
+            if obj["pattern"] == pattern:
+                return obj
+        obj = {"pattern": pattern, "items": []}
+        frame["point"].append(obj)
+        return obj
+
+    for frame in source["frames"]:
+        frame["dist"], frame["point"] = [], []
+        for pattern, kind, csys, direction, rd1, rd2, val1, val2 in host_dist.get(frame["label"], []):
+            if not accepted(kind, csys, direction):
+                continue
+            sign = -1.0 if direction in (6, 9) else 1.0
+            if abs(rd1 - rd2) >= ZERO:
+                obj = next((o for o in frame["dist"]
+                            if o["pattern"] == pattern and o["csys"] == csys), None)
+                if obj is None:
+                    obj = {"pattern": pattern, "csys": csys, "items": []}
+                    frame["dist"].append(obj)
+                obj["items"].append((rd1, rd2, sign * val1, sign * val2))
+            else:
+                point_object(frame, pattern)["items"].append((rd1, sign * val1))
+        for obj in frame["dist"]:
+            sort_load_frame_distributed(obj, units)
+    for frame in source["frames"]:
+        for pattern, kind, csys, direction, rd, val in host_point.get(frame["label"], []):
+            if not accepted(kind, csys, direction):
+                continue
+            sign = -1.0 if direction in (6, 9) else 1.0
+            point_object(frame, pattern)["items"].append((rd, sign * val))
+        for obj in frame["point"]:
+            sort_load_frame_point(obj)
+    for frame in source["frames"]:
+        for obj in frame["point"]:
+            # The value goes into F3 with its downward sign, as the end load rule keeps it.
+            if obj["items"] and obj["items"][0][0] < ZERO:
+                set_load_node(new_load_node(source), frame["i"]["label"], obj["pattern"],
+                              [0.0, 0.0, obj["items"][0][1], 0.0, 0.0, 0.0])
+                obj["items"].pop(0)
+            if obj["items"] and abs(obj["items"][-1][0] - 1) < ZERO:
+                set_load_node(new_load_node(source), frame["j"]["label"], obj["pattern"],
+                              [0.0, 0.0, obj["items"][-1][1], 0.0, 0.0, 0.0])
+                obj["items"].pop()
+
+
+def value_text(value):
+    """An area load value is kept as its decimal text of 15 significant digits."""
+    return "%.15g" % value
+
+
+def read_area_loads(source, host_uniform, host_to_frame):
+    """host_uniform, host_to_frame: area label -> [(pattern, csys, dir, value)]. Two passes
+    over the areas (each part of a divided triangle reads the triangle's loads); an area with
+    one item in another system or direction loses all its items of that pass. The values,
+    positive along +Z, are then spread as a quarter of value times area on each node."""
+    load_areas = []
+    for host in (host_uniform, host_to_frame):
+        for area in source["areas"]:
+            items = host.get(area["label"], [])
+            if not items or any(trimmed(csys) != "GLOBAL" or direction not in (6, 9, 10, 11)
+                                for _, csys, direction, _ in items):
+                continue
+            obj = {"label": area["label"], "items": []}
+            load_areas.append(obj)
+            for pattern, _, direction, value in items:
+                upward = direction in (6, 9)
+                for item in obj["items"]:
+                    if item["pattern"] == pattern:
+                        stored = float(item["value"])
+                        item["value"] = value_text(stored + value if upward else stored - value)
+                        break
+                else:
+                    obj["items"].append({"pattern": pattern, "dir": direction,
+                                         "value": value_text(value if upward else -value)})
+    for obj in load_areas:
+        for area in source["areas"]:
+            if area["label"] != obj["label"]:
+                continue
+            size = quad_area(area["nodes"], False)
+            projected = quad_area(area["nodes"], True)
+            for item in obj["items"]:
+                if item["dir"] in (9, 11):
+                    size = projected
+                force = float(item["value"]) * size / 4.0
+                for node in area["nodes"]:
+                    target = next((o for o in source["load_nodes"] if o["label"] == node["label"]),
+                                  None) or new_load_node(source)
+                    set_load_node(target, node["label"], item["pattern"],
+                                  [0.0, 0.0, force, 0.0, 0.0, 0.0])
+
+
+def mark_load_pattern_contents(source):
+    """Which patterns hold nodal loads, frame loads and self weight."""
+    for p in source["patterns"]:
+        p["node_loads"] = any(item["pattern"] == p["label"] and any(abs(v) > ZERO for v in item["f"])
+                              for obj in source["load_nodes"] for item in obj["items"])
+        p["frame_loads"] = any(
+            any(o["pattern"] == p["label"] and any(abs(it[2]) > ZERO or abs(it[3]) > ZERO
+                                                   for it in o["items"]) for o in f["dist"])
+            or any(o["pattern"] == p["label"] and any(abs(it[1]) > ZERO for it in o["items"])
+                   for o in f["point"])
+            for f in source["frames"])
+        weighs = (any(f["material"] is not None and f["material"]["UnitWeight"] > ZERO
+                      for f in source["frames"])
+                  or any(area_mass_material(a)[0] is not None
+                         and area_mass_material(a)[0]["UnitWeight"] > ZERO
+                         for a in source["areas"]))
+        p["self_weight"] = p["swm"] >= ZERO and weighs
+
+
+def node_load_patterns(source, mass_rows):
+    """"LoadNode-" patterns of the patterns with nodal loads (the later object of a node
+    stands), then "AccelUX" and "AccelUY"."""
+    ids = {label: node["id"] for label, node in first_by_label(source["nodes"]).items()}
+    patterns = []
+    for i, p in enumerate(source["patterns"], start=1):
+        if not p["node_loads"]:
+            continue
+        loads = {}
+        for obj in source["load_nodes"]:
+            for item in obj["items"]:
+                if item["pattern"] == p["label"] and ids.get(obj["label"], -1) != -1:
+                    loads[ids[obj["label"]]] = list(item["f"])
+        patterns.append((name_with_suffix("LoadNode-", p["label"], i), -3, loads))
+    return patterns + accel_patterns(mass_rows)
+
+
+def within(a, b):
+    return abs(a - b) <= ZERO
+
+
+def frame_load_patterns(source, group_count):
+    """"LoadFrame-" patterns: in each element group the frames with the same items (each
+    value within 1e-6, a difference of exactly 1e-6 included) share a subgroup, which keeps
+    the first frame's items. Only the first distributed and point object of a pattern count."""
+    patterns = []
+    for i, p in enumerate(source["patterns"], start=1):
+        if not p["frame_loads"]:
+            continue
+        groups = {}
+        for g in range(1, group_count + 1):
+            subs = []
+            for frame in source["frames"]:
+                if frame["group"] != g:
+                    continue
+                dist = next((o["items"] for o in frame["dist"] if o["pattern"] == p["label"]), [])
+                point = next((o["items"] for o in frame["point"] if o["pattern"] == p["label"]), [])
+                if not dist and not point:
+                    continue
+                for sub in subs:
+                    if (len(sub["dist"]) == len(dist) and len(sub["point"]) == len(point)
+                            and all(all(within(x, y) for x, y in zip(a, b))
+                                    for a, b in zip(sub["dist"], dist))
+                            and all(all(within(x, y) for x, y in zip(a, b))
+                                    for a, b in zip(sub["point"], point))):
+                        sub["elems"].append(frame["elem"])
+                        break
+                else:
+                    subs.append({"elems": [frame["elem"]], "dist": list(dist), "point": list(point)})
+            if subs:
+                groups[g] = subs
+        patterns.append((name_with_suffix("LoadFrame-", p["label"], i), groups))
+    return patterns
+
+
+def self_weight_patterns(source):
+    """"SelfWeight-" patterns; an element takes its weight when the multiplier is above
+    0.001."""
+    patterns = []
+    for i, p in enumerate(source["patterns"], start=1):
+        if not p["self_weight"]:
+            continue
+        flagged = set()
+        if p["swm"] > 0.001:
+            flagged.update(f["elem"] for f in source["frames"] if f["elem"] >= 1)
+            flagged.update(a["elem"] for a in source["areas"] if a["elem"] >= 1)
+        patterns.append((name_with_suffix("SelfWeight-", p["label"], i), flagged))
+    return patterns
 
 
 def write(model, files):
