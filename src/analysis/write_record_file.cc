@@ -116,7 +116,7 @@ std::optional<std::string> RecordFileNameProblem(std::string_view name) {
   return std::nullopt;
 }
 
-void WriteRecordFile(std::string_view trelkPath, std::string_view subfolder,
+bool WriteRecordFile(std::string_view trelkPath, std::string_view subfolder,
                      std::string_view name, std::string_view title, int count,
                      std::span<const double> values, std::span<const double> times,
                      double duration, double dt, bool zeroBased, UserMessages& messages) {
@@ -125,7 +125,7 @@ void WriteRecordFile(std::string_view trelkPath, std::string_view subfolder,
     messages.Show({"", FunctionOwner(name) + ": no record file is written, because " +
                            *problem + ".",
                    MessageIcon::Critical});
-    return;
+    return false;
   }
   if (count > record_file_rec::kMaxSourcePoints) {
     throw TransferFailure(fmt::format(
@@ -168,7 +168,7 @@ void WriteRecordFile(std::string_view trelkPath, std::string_view subfolder,
   }
   if (!FolderExists(folder)) {
     messages.Show({"", "Error : Could not create directory. " + folder, MessageIcon::Critical});
-    return;
+    return false;
   }
 
   const std::string path = JoinFolder(folder, name);
@@ -181,15 +181,19 @@ void WriteRecordFile(std::string_view trelkPath, std::string_view subfolder,
   if (!written) {
     messages.Show({"", "Error : Could not write record file. " + path, MessageIcon::Critical});
   }
+  return written;
 }
 
-VaskModelObj::RecordFileWriter MakeRecordFileWriter(std::string trelkPath, std::string subfolder,
-                                                    UserMessages& messages) {
-  return [trelkPath = std::move(trelkPath), subfolder = std::move(subfolder),
-          &messages](const VaskModelObj::RecordFileRequest& request) {
-    WriteRecordFile(trelkPath, subfolder, request.name, request.title, request.count,
-                    request.values, request.times, request.duration, request.dt,
-                    request.zeroBased, messages);
+VaskModelObj::RecordFileWriter MakeRecordFileWriter(
+    std::string trelkPath, std::string subfolder, UserMessages& messages,
+    std::function<void(std::string_view name)> onWritten) {
+  return [trelkPath = std::move(trelkPath), subfolder = std::move(subfolder), &messages,
+          onWritten = std::move(onWritten)](const VaskModelObj::RecordFileRequest& request) {
+    const bool written =
+        WriteRecordFile(trelkPath, subfolder, request.name, request.title, request.count,
+                        request.values, request.times, request.duration, request.dt,
+                        request.zeroBased, messages);
+    if (written && onWritten) onWritten(request.name);
   };
 }
 

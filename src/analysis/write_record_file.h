@@ -6,6 +6,7 @@
 // without truncating, so a longer file left by an earlier transfer keeps its old tail.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -29,8 +30,9 @@ inline constexpr std::string_view kEqkeGroupName = "EqkeGroup";
 // When the records folder cannot be made, "Error : Could not create directory. " and the
 // folder's path are shown (critical) and nothing is written. A function name that would
 // lead out of the records folder is refused with a message naming the function, and
-// nothing is written for it. Either way the transfer goes on.
-void WriteRecordFile(std::string_view trelkPath, std::string_view subfolder,
+// nothing is written for it. Either way the transfer goes on. True when the file was
+// written.
+bool WriteRecordFile(std::string_view trelkPath, std::string_view subfolder,
                      std::string_view name, std::string_view title, int count,
                      std::span<const double> values, std::span<const double> times,
                      double duration, double dt, bool zeroBased, UserMessages& messages);
@@ -42,8 +44,10 @@ void WriteRecordFile(std::string_view trelkPath, std::string_view subfolder,
 std::optional<std::string> RecordFileNameProblem(std::string_view name);
 
 // A record-file writer for the source model that writes into `subfolder` of the records
-// folder under `trelkPath`, reporting through `messages`.
-VaskModelObj::RecordFileWriter MakeRecordFileWriter(std::string trelkPath, std::string subfolder,
-                                                    UserMessages& messages);
+// folder under `trelkPath`, reporting through `messages`; `onWritten` hears of each file
+// written.
+VaskModelObj::RecordFileWriter MakeRecordFileWriter(
+    std::string trelkPath, std::string subfolder, UserMessages& messages,
+    std::function<void(std::string_view name)> onWritten = {});
 
 }  // namespace vtt

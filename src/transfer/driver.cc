@@ -2,7 +2,6 @@
 
 #include <array>
 #include <memory>
-#include <utility>
 
 #include "analysis/fill_drift_and_deflection.h"
 #include "analysis/fill_trelk_nodal_mass.h"
@@ -30,41 +29,17 @@ namespace {
 
 void SetUnits(TransferRun& run) { run.store.SetTrelkUnits(run.host); }
 
-// Passes every message on and notes that one was shown: the record writer speaks only
-// when a record file could not be written.
-class NotedMessages final : public UserMessages {
- public:
-  explicit NotedMessages(UserMessages& messages) : messages_(messages) {}
-  void Show(const UserMessage& message) override {
-    shown_ = true;
-    messages_.Show(message);
-  }
-  void Beep() override { messages_.Beep(); }
-  // Whether a message was shown since the last call.
-  bool TakeShown() { return std::exchange(shown_, false); }
-
- private:
-  UserMessages& messages_;
-  bool shown_ = false;
-};
-
 void ReadSourceModel(TransferRun& run) {
-  NotedMessages noted(run.messages);
   if (run.trelk_path) {
-    run.model->SetRecordFileWriter(
-        [&run, &noted,
-         write = MakeRecordFileWriter(*run.trelk_path, std::string(kEqkeGroupName), noted)](
-            const VaskModelObj::RecordFileRequest& request) {
-          noted.TakeShown();
-          write(request);
-          if (!noted.TakeShown() && run.progress.on_record_file) {
-            run.progress.on_record_file(request.name);
-          }
-        });
+    run.model->SetRecordFileWriter(MakeRecordFileWriter(
+        *run.trelk_path, std::string(kEqkeGroupName), run.messages,
+        [&run](std::string_view name) {
+          if (run.progress.on_record_file) run.progress.on_record_file(name);
+        }));
   }
   run.model->SetPresentUnits(run.store.Units);
   run.model->ReadVaskData(run.progress.on_read_stage);
-  // Every record file is written during the reading; the writer must not outlive `noted`.
+  // Every record file is written during the reading; the writer must not outlive `run`.
   run.model->SetRecordFileWriter(nullptr);
 }
 
