@@ -2259,6 +2259,207 @@ def self_weight_patterns(source):
     return patterns
 
 
+def loads():
+    """A small loaded building in kilonewton and metre (see model.json): concrete columns
+    (one standing on its J end) and a concrete beam, steel column, beams and brace, a
+    supported ground slab, a floor slab and a floor triangle. Nodal loads (one in a local
+    system), distributed loads (adjoining pieces that merge, overlapping uniform and
+    trapezoidal pieces, one of no length that becomes a point load), point loads (one at the
+    I end, two at one place), area loads (one area with a second load in a local system),
+    self weight in two patterns, a pattern of 31 characters, beams that share a load
+    subgroup and one that differs by 1e-5, groups, and a mass source of both kinds with two
+    patterns. The loads, patterns and groups are read from model.json as the host gives
+    them; everything else follows the rules step by step."""
+    import json
+    name = "loads"
+    with open(os.path.join(HERE, name, "model.json"), encoding="utf-8") as f:
+        host = json.load(f)
+    files = empty_files(name)
+    u = UNITS_KN_M
+
+    # Materials as read: C30, S355, B500 (uniaxial); the library is that of walls-slabs for
+    # the same materials and frame sections, with one thin concrete shell section.
+    conc = {"E": 3e7, "Nu": 0.2, "G": 1.25e7, "Fu": 30000.0, "ConcFc": 30000.0, "UnitWeight": 24.0,
+            "UnitMass": 2.447}
+    steel = {"E": 2e8, "Nu": 0.3, "G": 76923077.0, "Fu": 490000.0, "UnitWeight": 76.97,
+             "UnitMass": 7.849}
+    inelastic = [
+        mat_inel(1, "MatIneFibRebar-B500", 0, 2e8, 550000.0, 605000.0, 0.0, 0.2, u),
+        mat_inel(2, "MatIneFibConc-C30", 1, 3e7, 0.9 * 30000.0, 30000.0, 0.04, 0.02, u),
+        mat_inel(3, "MatIneShearConc-C30", 2, 1.25e7, 0.0, 30000.0 / 2, 0.0, 2.0, u),
+    ]
+    fibre = [mat_fiber(1, "MatElaFiberConc-C30", 3e7, u), mat_fiber(2, "MatElaFiberSteel-S355", 2e8, u)]
+    shear = [mat_shear(1, "MatElaShearConc-C30", 1.25e7, u),
+             mat_shear(2, "MatElaShearSteel-S355", 76923077.0, u)]
+    slab = [mat_slab(1, "MatElaSlabConc-C30", 3e7, 0.2, u), mat_slab(2, "MatElaSlabSteel-S355", 2e8, 0.3, u)]
+    inel_c30, rebar_fibre, fibre_c30, shear_c30, slab_c30 = 2, 1, 1, 1, 1
+    c400 = {"area": 0.16, "As2": 0.1333, "As3": 0.1333, "J": 0.0036, "I22": 0.002133, "I33": 0.002133}
+    ipe = {"area": 0.005381, "As2": 0.002568, "As3": 0.00321, "J": 2.01e-7, "I22": 6.04e-6,
+           "I33": 8.356e-5}
+    beams, columns, fema_beams, fema_columns = section_components([(2, "IPE300", ipe, 1)],
+                                                                  [(1, "C400", c400, 2)], steel, conc, u)
+    compounds = plain_compounds([(2, "IPE300", ipe, 1)], [(1, "C400", c400, 2)], steel, conc, u)
+    cpd_bm_ipe, cpd_col_ipe, cpd_bm_c400, cpd_col_c400 = 1, 3, 5, 7
+    records = {"FemaBeam": fema_beams, "FemaColumn": fema_columns, "EndZone": [DEFAULT_END_ZONE],
+               "Release": [EMBED_BEAM_RELEASE], "MatInel": inelastic, "MatElasticFiber": fibre,
+               "MatElasticShear": shear, "MatElasticSlab": slab, "XecBeam": beams,
+               "XecColumn": columns,
+               "XecSlab": [xec_slab(1, "XecElaSlabC-SLAB200", 0.2, 0.2, conc, slab_c30, u)],
+               "XecWallInel": [xec_wall_inel(1, "Notused-XSecWallCIne-SLAB200", 10, 0.2, 0.2, 0.4,
+                                             conc, inel_c30, rebar_fibre, u)],
+               "XecWallElastic": [xec_wall_elastic(1, "XecWallElaC-SLAB200", 11, 0.2, 0.2, conc,
+                                                   fibre_c30, u)],
+               "CpdFrame": compounds,
+               "CpdWall": [cpd_wall(1, "CpdWallConcEla-SLAB200", 11, 1, shear_c30, 0.2, conc, u)]}
+    library = component_library(records, max_count=max_component_count(records))
+
+    # Nodes, then the floor triangle T1 divided on four new nodes (NewNode2 to NewNode5).
+    nodes = source_nodes([(pt["name"], float(pt["x"]), float(pt["y"]), float(pt["z"]),
+                           pt.get("restraints", [False] * 6)) for pt in host["points"]])
+    for node, pt in zip(nodes, host["points"]):
+        node["mass"] = [float(v) for v in pt.get("mass", [0] * 6)]
+    areas = read_areas(nodes, [(a["name"], a["section"], a["points"]) for a in host["areas"]],
+                       ["SLAB200"])
+    assert [n["label"] for n in nodes[10:]] == ["NewNode2", "NewNode3", "NewNode4", "NewNode5"]
+    assert [a["label"] for a in areas] == ["S0", "S1", "T1", "T1", "T1"]
+    assert all(area_orientation(a["nodes"]) == 2 for a in areas)
+    ids = {n["label"]: n["id"] for n in nodes}
+
+    # Frames by their groups: concrete columns, concrete beam, steel column, steel beams and
+    # the steel brace (which takes the column compound); then the slabs, nodes crosswise.
+    host_frames = {f["name"]: f for f in host["frames"]}
+    frame_groups = [("ElemConcCol", 3, 5, cpd_col_c400, ["K1", "K2"]),
+                    ("ElemConcBeam", 2, 1, cpd_bm_c400, ["G1"]),
+                    ("ElemSteelCol", 3, 5, cpd_col_ipe, ["K3"]),
+                    ("ElemSteelBeam", 2, 1, cpd_bm_ipe, ["G2", "G3", "G4", "G5"]),
+                    ("ElemSteelBrace", 5, 1, cpd_col_ipe, ["BR1"])]
+    groups_members = [(group_name, kind, [([ids[host_frames[f]["i"]], ids[host_frames[f]["j"]]],
+                                           6, 2, option, compound, 0.0) for f in labels])
+                      for group_name, kind, option, compound, labels in frame_groups]
+    groups_members.append(("ElemConcSlabRamp", 12, [
+        ([n["id"] for n in (a["nodes"][0], a["nodes"][1], a["nodes"][3], a["nodes"][2])],
+         3, 8, 1, 1, 0.0) for a in areas]))
+    groups, elements = mixed_element_groups(groups_members)
+    assert len(elements) == 20
+    elem_of = {"K1": 2, "K2": 3, "G1": 5, "K3": 7, "G2": 9, "G3": 10, "G4": 11, "G5": 12, "BR1": 14}
+    group_of = {"K1": 1, "K2": 1, "G1": 2, "K3": 3, "G2": 4, "G3": 4, "G4": 4, "G5": 4, "BR1": 5}
+    per_area = {a["name"]: float(a.get("mass_per_area", 0.0)) for a in host["areas"]}
+    for area, elem in zip(areas, range(16, 21)):
+        area.update({"elem": elem, "material": conc, "thick": 0.2,
+                     "mass_per_area": per_area[area["label"]]})
+
+    # The source model, its loads read as the host gives them.
+    source = plain_source(nodes, areas=areas, gravity=u["gravity"])
+    sections_of = {"C400": (c400, conc), "IPE300": (ipe, steel)}
+    source["frames"] = source_frames(nodes, elements, [
+        (f["name"], sections_of[f["section"]][0], sections_of[f["section"]][1], f["i"], f["j"],
+         elem_of[f["name"]]) for f in host["frames"]])
+    for frame, f in zip(source["frames"], host["frames"]):
+        frame["group"] = group_of[f["name"]]
+        frame["mass_per_length"] = float(f.get("mass_per_length", 0.0))
+    source["patterns"] = [{"label": p["name"], "swm": float(p.get("self_weight_multiplier", 0.0))}
+                          for p in host["load_patterns"]]
+    source["mass_source"] = (host["mass_source"]["option"],
+                             [(m["pattern"], float(m["factor"])) for m in host["mass_source"]["loads"]])
+    read_load_nodes(source, {pt["name"]: [(fc["pattern"], fc.get("csys", "GLOBAL"),
+                                           [float(v) for v in fc["values"]])
+                                          for fc in pt.get("forces", [])]
+                             for pt in host["points"]})
+    read_frame_loads(
+        source,
+        {f["name"]: [(d["pattern"], d.get("type", 1), d.get("csys", "GLOBAL"), d["dir"],
+                      float(d["rd1"]), float(d["rd2"]), float(d["val1"]), float(d["val2"]))
+                     for d in f.get("distributed_loads", [])] for f in host["frames"]},
+        {f["name"]: [(d["pattern"], d.get("type", 1), d.get("csys", "GLOBAL"), d["dir"],
+                      float(d["rd"]), float(d["val"])) for d in f.get("point_loads", [])]
+         for f in host["frames"]}, u)
+
+    def area_items(key):
+        return {a["name"]: [(d["pattern"], d.get("csys", "GLOBAL"), d["dir"], float(d["value"]))
+                            for d in a.get(key, [])] for a in host["areas"]}
+
+    read_area_loads(source, area_items("uniform_loads"), area_items("uniform_to_frame_loads"))
+
+    # What the reading made, worked by hand: G1's two pieces of 8 merge into one; G2's
+    # uniform 4 on 0 to 0.75 and 2 to 6 on 0.5 to 1 give three trapezoids; the load of no
+    # length on G1 and the point loads on G2 (12 at the I end, 3 and 4.5 at the middle).
+    frames = {f["label"]: f for f in source["frames"]}
+    assert frames["G1"]["dist"][0]["items"] == [(0.0, 1.0, 8.0, 8.0)]
+    assert frames["G1"]["point"][0]["items"] == [(0.4, 9.0)]
+    assert frames["G2"]["dist"][0]["items"] == [(0.0, 0.5, 4.0, 4.0), (0.5, 0.75, 6.0, 8.0),
+                                                (0.75, 1.0, 4.0, 6.0)]
+    assert frames["G2"]["point"][0]["items"] == [(0.5, 7.5)]
+    assert frames["G3"]["dist"][0]["items"] == [(0.0, 1.0, 5.0, 5.0)]
+    # Nodal load objects: the nodes' own (D1's local load dropped), the end load of G2 on
+    # B1 with its downward sign (a second object of B1), then A1's first from the slab.
+    assert [o["label"] for o in source["load_nodes"]][:6] == ["B1", "C1", "D1", "E1", "B1", "A1"]
+    b1_end = source["load_nodes"][4]["items"]
+    assert [(it["pattern"], it["f"]) for it in b1_end] == [("LIVE", [0, 0, 12.0, 0, 0, 0])]
+    # The slab S0 has a LIVE load in "Local": it loses both. S1 spreads 2.5 x 20 / 4 = 12.5
+    # downward on each corner in DEAD, and T1 its -2 and 0.7 (one item, -2.7) three times
+    # over, since each of its three parts (10/3 each) reads the triangle's loads: 2.25 on
+    # each node of a part, each time.
+    assert not [o for o in source["load_nodes"] if o["label"] in ("A0", "B0", "F0", "H0")]
+    dead = {o["label"]: it["f"][2] for o in source["load_nodes"] for it in o["items"]
+            if it["pattern"] == "DEAD"}
+    for label, f3 in [("A1", -12.5), ("B1", -12.5 - 3 * 2.25), ("C1", 20 - 3 * 2.25),
+                      ("D1", -12 - 12.5), ("NewNode2", -3 * 3 * 2.25), ("NewNode3", -2 * 3 * 2.25)]:
+        assert abs(dead[label] - f3) < 1e-9, (label, dead[label])
+
+    host_groups = [(g["name"], [(a["type"], a["name"]) for a in g.get("assignments", [])])
+                   for g in host.get("groups", [])]
+    extras = measured(source, len(nodes) + 1, host_groups, len(groups))
+    patterns = {p["label"]: p for p in source["patterns"]}
+    assert [p["label"] for p in source["patterns"] if p["node_loads"]] == [
+        "DEAD", "LIVE", "SUPERIMPOSED-DEAD-ON-ALL-FLOORS"]
+    assert not patterns["WIND"]["frame_loads"] and not patterns["WIND"]["self_weight"]
+    assert [n for n, _, _ in extras["node_patterns"]] == [
+        "LoadNode-DEAD", "LoadNode-LIVE", "LoadNode-SUPERIMPOSED-DEAD-ON-ALL-FLOORS", "AccelUX",
+        "AccelUY"]
+    # B1 in LIVE: the later object (the end load, F3 +12) stands over the first (F2 2 and
+    # the slab's -7.5).
+    assert extras["node_patterns"][1][2][ids["B1"]] == [0.0, 0.0, 12.0, 0.0, 0.0, 0.0]
+    assert [n for n, _ in extras["frame_loads"]] == ["LoadFrame-DEAD", "LoadFrame-LIVE",
+                                                     "LoadFrame-5"]
+    dead_beams = extras["frame_loads"][0][1][4]
+    assert [sub["elems"] for sub in dead_beams] == [[9], [10, 11], [12]]
+    assert [(n, sorted(f)) for n, f in extras["self_weight"]] == [
+        ("SelfWeight-DEAD", [2, 3, 5, 7, 9, 10, 11, 12, 14, 16, 17, 18, 19, 20]),
+        ("SelfWeight-5", [])]
+    # Base cuts: K1 and K3 at I, K2 at J (it stands on B0 by its J end), the brace BR1; the
+    # ground slab S0 on four supports.
+    assert extras["cuts"] == ([(0, 2), (1, 3), (0, 7), (0, 14)], [(0, 16)])
+    assert extras["drift"] == (ids["A1"], ids["A0"])
+    assert [(n, sorted(ns), sorted(es)) for n, ns, es in extras["frame_sets"]] == [
+        ("FLOOR-1", [7, 8, 9], [5, 9, 18, 19, 20]),
+        ("COLUMNS-AND-BRACES-OF-GRID", [], [2, 3, 7, 14]), ("all", [], [])]
+    # E1: U1 holds its additional 2 and more; U3 stays 0 (never read); R3 holds 1. The
+    # Y pattern of acceleration takes U1.
+    e1 = extras["mass_rows"][ids["E1"] - 1]
+    assert e1[2] == 0.0 and e1[5] == 1.0 and e1[0] != e1[1]
+    assert extras["node_patterns"][4][2][ids["E1"]][1] == e1[0]
+    # A1, term by term (g = 9.81 in f32): material and additional mass of K1, G1 (0.5 a
+    # metre), G3 and S1 (0.1 a square metre); the DEAD nodal load 12.5 and half the LIVE 7.5;
+    # DEAD self weight of K1, G1, G3; reactions of G1 (20), G3 (10 and 5 from its point
+    # load) and half the LIVE point load of G1 (0.6 x 9); the slab's self weight.
+    g = widened_f32(9.81)
+    a1 = (0.16 * 2.447 * 1.5 + 1.25 + 0.16 * 2.447 * 2.5 + 0.005381 * 7.849 * 2 + 0.5 + 2.447
+          + (12.5 + 0.5 * 7.5) / g
+          + (24 * 0.16 * 1.5 + 24 * 0.16 * 2.5 + 76.97 * 0.005381 * 2) / g
+          + (20 + 10 + 5 + 0.5 * 5.4) / g + 24 * 20 * 0.2 / 4 / g)
+    assert abs(extras["mass_rows"][ids["A1"] - 1][0] - a1) < 1e-5, a1
+    # C1: its upward DEAD load makes a negative load mass, which is left out.
+    c1 = next(n for n in nodes if n["label"] == "C1")
+    assert c1["load_mass"][0] < 0 < c1["frame_load_mass"][0]
+
+    node_list = node_records([(n["x"], n["y"], n["z"], n["restrained"], 0) for n in nodes])
+    files["TRKDS"] = s_file(name, u, node_list, len(nodes) + 1, len(nodes), 200, library,
+                            groups=groups, group_capacity=grown_capacity(len(groups)),
+                            elements=elements, element_capacity=grown_capacity(len(elements)),
+                            **extras)
+    return files
+
+
 def write(model, files):
     folder = os.path.join(HERE, model, "expected")
     os.makedirs(folder, exist_ok=True)
@@ -2274,3 +2475,4 @@ if __name__ == "__main__":
     write("frames-kn", frames_kn())
     write("sections", sections())
     write("walls-slabs", walls_slabs())
+    write("loads", loads())
