@@ -18,17 +18,6 @@ using model_file::MaterialProperties;
 using model_file::Point;
 
 constexpr int kSucceeded = 0;
-// Function kinds, each answered by its own operation.
-enum FunctionKind {
-  kFromFile = 0,
-  kUser = 1,
-  kSine = 2,
-  kCosine = 3,
-  kRamp = 4,
-  kSawtooth = 5,
-  kTriangular = 6,
-  kUserPeriodic = 7
-};
 // The host's own group that holds every object, whether the file lists it or not.
 constexpr std::string_view kGroupAll = "ALL";
 

@@ -44,6 +44,21 @@ inline constexpr int kObjectFrame = 2;
 inline constexpr int kObjectArea = 5;
 }  // namespace host_code
 
+// The family of time-history functions, and the kinds of function within it: each kind is
+// answered by its own operation of the host.
+inline constexpr int kTimeHistoryFamily = 2;
+enum FunctionKind : int {
+  kFromFile = 0,
+  kUser = 1,
+  kSine = 2,
+  kCosine = 3,
+  kRamp = 4,
+  kSawtooth = 5,
+  kTriangular = 6,
+  kUserPeriodic = 7,
+};
+
+
 class HostModel {
  public:
   virtual ~HostModel() = default;
@@ -172,7 +187,7 @@ class HostModel {
 
   // ---- Time-history functions ----
   virtual int GetFunctionNames(int& count, Names& names) = 0;
-  // family 2 is time history.
+  // family 2 is time history (kTimeHistoryFamily); `kind` is one of FunctionKind.
   virtual int GetFunctionType(const std::string& name, int& family, int& kind) = 0;
   virtual int GetFunctionFromFile(const std::string& name, std::string& fileName,
                                   int& headerLines, int& prefixChars, int& pointsPerLine,

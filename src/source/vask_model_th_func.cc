@@ -18,18 +18,6 @@
 namespace vtt {
 namespace {
 
-// The family of time-history functions, and the kinds within it.
-constexpr int kTimeHistoryFamily = 2;
-enum FunctionKind {
-  kFromFile = 0,
-  kUser = 1,
-  kSine = 2,
-  kCosine = 3,
-  kRamp = 4,
-  kSawtooth = 5,
-  kTriangular = 6,
-  kUserPeriodic = 7,
-};
 
 // The time step before any function from a file has set it.
 constexpr double kStartDt = 0.05;
