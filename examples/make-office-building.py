@@ -112,6 +112,11 @@ def frame_sections():
                         "I22": 1.318e-05, "I33": 0.0002313, "S22": 0.0001464,
                         "S33": 0.001156, "Z22": 0.0002292, "Z33": 0.001307,
                         "R22": 0.0395, "R33": 0.1655}},
+        {"name": "HEB300", "type": 1, "material": "S355",
+         "properties": {"area": 0.01491, "As2": 0.003315, "As3": 0.0095, "J": 1.85e-06,
+                        "I22": 8.563e-05, "I33": 0.0002517, "S22": 0.0005709,
+                        "S33": 0.001678, "Z22": 0.00087, "Z33": 0.001869,
+                        "R22": 0.0758, "R33": 0.1299}},
         {"name": "SHS200x10", "type": 7, "material": "S355",
          "properties": {"area": 0.0074, "As2": 0.0037, "As3": 0.0037, "J": 7.2e-05,
                         "I22": 4.4e-05, "I33": 4.4e-05, "S22": 0.00044, "S33": 0.00044,
@@ -132,6 +137,11 @@ def area_sections():
          "membrane_thickness": 0.25, "bending_thickness": 0.25},
         {"name": "INFILL200", "shell_type": 1, "material": "C35",
          "membrane_thickness": 0.2, "bending_thickness": 0.2},
+        # Steel plates: a shear wall panel and a roof deck.
+        {"name": "PLATE15", "shell_type": 1, "material": "S355",
+         "membrane_thickness": 0.015, "bending_thickness": 0.015},
+        {"name": "DECK12", "shell_type": 1, "material": "S355",
+         "membrane_thickness": 0.012, "bending_thickness": 0.012},
         # The core: concrete nonlinear in S22 (vertical), vertical and horizontal bars.
         {"name": "CORE300", "shell_type": 6,
          "layers": [layer("CONC", 0.0, 0.3, "C35", 0, 1, 2, 1),
@@ -139,6 +149,16 @@ def area_sections():
                     layer("BARS-V2", 0.11, 0.0008, "B500B", 90, 2, 0, 0),
                     layer("BARS-H1", -0.1, 0.0006, "B500B", 0, 2, 0, 0),
                     layer("BARS-H2", 0.1, 0.0006, "B500B", 0, 2, 0, 0)]},
+        # The core's end walls act as general walls: concrete nonlinear in S11
+        # (horizontal) only, and in both directions.
+        {"name": "CORE300-H", "shell_type": 6,
+         "layers": [layer("CONC", 0.0, 0.3, "C35", 0, 2, 1, 1),
+                    layer("BARS-V1", -0.11, 0.0008, "B500B", 90, 2, 0, 0),
+                    layer("BARS-H1", -0.1, 0.0006, "B500B", 0, 2, 0, 0)]},
+        {"name": "CORE300-HV", "shell_type": 6,
+         "layers": [layer("CONC", 0.0, 0.3, "C35", 0, 2, 2, 1),
+                    layer("BARS-V1", -0.11, 0.0008, "B500B", 90, 2, 0, 0),
+                    layer("BARS-H1", -0.1, 0.0006, "B500B", 0, 2, 0, 0)]},
     ]
 
 
@@ -217,9 +237,13 @@ def build():
     # ---- columns ----
     column_names = []
     for level in range(1, top + 1):
-        section = "C600" if level <= 3 else "C500"
         for iy in range(len(YS)):
             for ix in range(len(XS)):
+                # The top storey of the last line carries steel columns under the plant.
+                if level == top and iy == len(YS) - 1:
+                    section = "HEB300"
+                else:
+                    section = "C600" if level <= 3 else "C500"
                 name = f"COL-{GRID_X[ix]}{iy + 1}-{level}"
                 extra = {}
                 if level == 1:
@@ -310,12 +334,13 @@ def build():
         }
         for side, corners in walls.items():
             name = f"CORE-{side}-{level}"
-            m.area(name, "CORE300", corners)
+            section = {"W": "CORE300-H", "E": "CORE300-HV"}.get(side, "CORE300")
+            m.area(name, section, corners)
             core_names.append(name)
 
     # ---- thin infill walls in the ground storey, the end bays of lines A and E ----
     for ix in (0, 4):
-        m.area(f"INFILL-{GRID_X[ix]}", "INFILL200",
+        m.area(f"INFILL-{GRID_X[ix]}", "INFILL200" if ix == 0 else "PLATE15",
                [point_name(ix, 1, 0), point_name(ix, 2, 0), point_name(ix, 2, 1),
                 point_name(ix, 1, 1)])
 
@@ -342,8 +367,13 @@ def build():
                         slab_names.setdefault(level, []).append(name)
                 else:
                     name = f"SLAB-{bay}-{level}"
-                    m.area(name, "SLAB220", corners, uniform_loads=loads)
+                    # A steel deck over the roof's first bay.
+                    section = "DECK12" if roof and (ix, iy) == (0, 0) else "SLAB220"
+                    m.area(name, section, corners, uniform_loads=loads)
                     slab_names.setdefault(level, []).append(name)
+
+    # ---- a concrete strut from the foot of D4 to the first floor at E4 ----
+    m.frame("STRUT-D4", "C500", point_name(3, 3, 0), point_name(4, 3, 1))
 
     # ---- the loading ramp from the yard up to the first floor ----
     m.area("RAMP", "RAMP250", ["RAMP-1", "RAMP-2", point_name(1, 0, 1), point_name(0, 0, 1)],
