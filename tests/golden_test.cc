@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "app/cli.h"
+#include "store/structure_check.h"
 #include "support/expected_bytes.h"
 
 namespace vtt {
@@ -51,6 +52,13 @@ TEST_P(GoldenStructure, MatchesTheExpectedFilesByteForByte) {
     ++compared;
   }
   EXPECT_EQ(compared, 7u) << "every structure has seven files";
+
+  // Both the expected folder and the written one hold every check of a written structure.
+  for (const fs::path& folder : {model_folder / "expected", temp.Path() / name}) {
+    std::string problems;
+    for (const CheckProblem& p : CheckStructureFolder(folder)) problems += ProblemText(p) + "\n";
+    EXPECT_EQ(problems, "") << folder;
+  }
   std::size_t written = 0;
   for ([[maybe_unused]] const auto& entry : fs::directory_iterator(temp.Path() / name)) ++written;
   EXPECT_EQ(written, compared) << "no file beyond the expected ones";

@@ -9,6 +9,7 @@
 #include <CLI/CLI.hpp>
 
 #include "analysis/write_record_file.h"
+#include "app/readback_commands.h"
 #include "app/progress.h"
 #include "app/rule_text.h"
 #include "app/summary.h"
@@ -209,6 +210,28 @@ int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& e
   CLI::App* rules = app.add_subcommand(
       "rules", "Print the transfer rules: what a transfer carries over, and what it drops.");
 
+  std::string dump_path;
+  bool dump_json = false;
+  CLI::App* dump = app.add_subcommand(
+      "dump",
+      "Print a structure folder, one of its files, or an earthquake record file, section by "
+      "section: every header value, count and record with its field names and offsets.");
+  dump->add_option("path", dump_path, "The structure folder or file.")
+      ->required()
+      ->check(CLI::ExistingPath);
+  dump->add_flag("--json", dump_json, "Print JSON instead of text.");
+
+  std::string check_folder;
+  CLI::App* check = app.add_subcommand(
+      "check",
+      "Walk every file of a structure folder to its end and check what holds in any written "
+      "structure: headers, node chains, element groups, component references, drift nodes, "
+      "diaphragm numbers, case counts and bytes left behind the content. Exit status 0 only "
+      "when every check holds.");
+  check->add_option("folder", check_folder, "The structure folder.")
+      ->required()
+      ->check(CLI::ExistingDirectory);
+
   try {
     app.parse(argc, argv);
   } catch (const CLI::CallForHelp& e) {
@@ -229,6 +252,8 @@ int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& e
     out << TransferRuleText();
     return exit_status::kComplete;
   }
+  if (dump->parsed()) return RunDumpCommand(dump_path, dump_json, out, err);
+  if (check->parsed()) return RunCheckCommand(check_folder, out, err);
   if (transfer->parsed()) return RunTransferCommand(options, out, err, err_is_terminal);
   return exit_status::kUsage;
 }

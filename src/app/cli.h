@@ -16,6 +16,8 @@ inline constexpr int kFolderNotMade = 6;
 inline constexpr int kTransferFailed = 7;
 // The default structures folder (TrelkPath/Trelk/Structures) is missing and cannot be made.
 inline constexpr int kStructuresFolderNotMade = 8;
+// `check` found a structure folder in which a check fails.
+inline constexpr int kCheckFailed = 9;
 }  // namespace exit_status
 
 // Runs the command line; messages for the user go to `err`, normal output to `out`.

@@ -9,6 +9,7 @@
 #include <array>
 #include <string>
 
+#include "store/field_table.h"
 #include "store/record.h"
 
 namespace vtt {
@@ -55,6 +56,16 @@ constexpr FieldDef PartLengthI(int part) {
 constexpr FieldDef PartLengthJ(int part) {
   return F32Field("PartLengthJ", PartOffset(kPartLengthJ, 4, part));
 }
+
+// Every field of the record, the part tables entry by entry, in offset order.
+inline constexpr auto kFields = field_table::Join(
+    field_table::List(Name, ComponentNumber, ComponentKind, UnitForce, UnitLength, PartCount,
+                      Option1, HasSubRecord, ComponentNumberCopy, WeightPerLength),
+    field_table::Series<kMaxParts>(PartSource), field_table::Series<kMaxParts>(PartShape),
+    field_table::Series<kMaxParts>(PartFlag), field_table::Series<kMaxParts>(PartMode),
+    field_table::Series<kMaxParts>(PartKind), field_table::Series<kMaxParts>(PartComponent),
+    field_table::Series<kMaxParts>(PartLengthI), field_table::Series<kMaxParts>(PartLengthJ));
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace cpd_frame_rec
 
 namespace cpd_wall_rec {
@@ -74,6 +85,11 @@ inline constexpr FieldDef Thickness2 = F32Field("Thickness2", 64);
 inline constexpr FieldDef ComponentNumberCopy = I16Field("ComponentNumberCopy", 68);
 inline constexpr FieldDef Thickness3 = F32Field("Thickness3", 76);
 inline constexpr FieldDef UnitWeight = F32Field("UnitWeight", 80);
+inline constexpr auto kFields = field_table::List(
+    Name, ComponentNumber, ComponentKind, UnitForce, UnitLength, WallSectionKind, WallSection,
+    ShearMaterialKind, ShearMaterial, Thickness1, E, Thickness2, ComponentNumberCopy,
+    Thickness3, UnitWeight);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace cpd_wall_rec
 
 namespace cpd_gwall_rec {
@@ -96,6 +112,11 @@ inline constexpr FieldDef Angle2 = F32Field("Angle2", 76);
 inline constexpr FieldDef DiagonalComponent = I16Field("DiagonalComponent", 80);
 inline constexpr FieldDef Thickness2 = F32Field("Thickness2", 88);
 inline constexpr FieldDef UnitWeight = F32Field("UnitWeight", 92);
+inline constexpr auto kFields = field_table::List(
+    Name, ComponentNumber, ComponentKind, UnitForce, UnitLength, VerticalSectionKind,
+    VerticalSection, HorizontalSectionKind, HorizontalSection, ShearMaterialKind, ShearMaterial,
+    DiagonalKind, Thickness1, Angle1, Angle2, DiagonalComponent, Thickness2, UnitWeight);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace cpd_gwall_rec
 
 }  // namespace vtt

@@ -2,6 +2,7 @@
 // (TrelkElemRec, 92 bytes). Offsets are file offsets.
 #pragma once
 
+#include "store/field_table.h"
 #include "store/record.h"
 
 namespace vtt {
@@ -14,6 +15,9 @@ inline constexpr FieldDef GroupSubKind = I16Field("GroupSubKind", 42);
 inline constexpr FieldDef FirstElem = I32Field("FirstElem", 44);
 inline constexpr FieldDef LastElem = I32Field("LastElem", 48);
 inline constexpr FieldDef Factor = F32Field("Factor", 60);
+inline constexpr auto kFields =
+    field_table::List(Name, GroupKind, GroupSubKind, FirstElem, LastElem, Factor);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace elem_group_rec
 
 namespace elem_rec {
@@ -33,6 +37,10 @@ inline constexpr FieldDef Option2 = U8Field("Option2", 31);
 inline constexpr FieldDef Component = I16Field("Component", 42);
 inline constexpr FieldDef Angle1 = F32Field("Angle1", 64);
 inline constexpr FieldDef Angle2 = F32Field("Angle2", 68);
+inline constexpr auto kFields =
+    field_table::List(GroupNumber, PrevElem, Node1, Node2, Node3, Node4, NextElem, ElemKind,
+                      ComponentSource, ComponentKind, Option1, Option2, Component, Angle1, Angle2);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace elem_rec
 
 }  // namespace vtt

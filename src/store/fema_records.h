@@ -15,6 +15,7 @@
 
 #include <cstdint>
 
+#include "store/field_table.h"
 #include "store/record.h"
 
 namespace vtt {
@@ -59,6 +60,13 @@ inline constexpr FieldDef ResidualStrength = F32Field("ResidualStrength", 217);
 inline constexpr FieldDef LimitState1 = F32Field("LimitState1", 241);
 inline constexpr FieldDef LimitState2 = F32Field("LimitState2", 245);
 inline constexpr FieldDef LimitState3 = F32Field("LimitState3", 249);
+inline constexpr auto kFields = field_table::List(
+    Name, ComponentNumber, ComponentKind, UnitLength, UnitForce, Option1, Option2, Option3,
+    HasStrengthLoss, SectionKind, SectionSubKind, CrossSectionNumber, ComponentNumberCopy, E, Nu,
+    G, Area, As2, As3, TorsionConst, I22, I33, StiffnessFactor, ReferenceLength, Param1,
+    MomentCapacity, Param2, Deformation1, Deformation2, Deformation3, ResidualStrength,
+    LimitState1, LimitState2, LimitState3);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace fema_beam_rec
 
 namespace fema_column_rec {
@@ -85,11 +93,21 @@ inline constexpr FieldDef Param8 = F32Field("Param8", 225);
 inline constexpr FieldDef Param9 = F32Field("Param9", 229);
 // The column's only limit-state field: the fill writes all three limit states into it.
 inline constexpr FieldDef LimitState3 = F32Field("LimitState3", 305);
+inline constexpr auto kFields = field_table::List(
+    Name, ComponentNumber, ComponentKind, UnitLength, UnitForce, Option1, Option2,
+    HasStrengthLoss, SectionKind, SectionSubKind, CrossSectionNumber, ComponentNumberCopy, E, Nu,
+    G, Area, As2, As3, TorsionConst, I22, I33, StiffnessFactor, ReferenceLength, AxialCapacity1,
+    AxialCapacity2, MomentCapacity2, MomentCapacity3, Deformation1, Deformation2, Deformation3,
+    Deformation4, Param1, Param2, Param3, Param4, Param5, Param6, Param7, Param8, Param9,
+    LimitState3);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace fema_column_rec
 
 namespace fema_column_sub_rec {
 inline constexpr std::uint32_t kSize = 60;
 inline constexpr FieldDef Flag = U8Field("Flag", 0);
+inline constexpr auto kFields = field_table::List(Flag);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace fema_column_sub_rec
 
 }  // namespace vtt

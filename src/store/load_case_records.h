@@ -7,6 +7,7 @@
 // stand for the directions U1, U2 and U3, in that order.
 #pragma once
 
+#include "store/field_table.h"
 #include "store/record.h"
 
 namespace vtt {
@@ -42,6 +43,11 @@ constexpr FieldDef LoadName(int entry) {
 constexpr FieldDef LoadFactor(int entry) {
   return F32Field("LoadFactor", case_rec::EntryOffset(kLoadFactor, 4, entry));
 }
+
+inline constexpr auto kFields = field_table::Join(
+    field_table::List(Name, Kind, Text, LoadCount), field_table::Series<kMaxLoads>(LoadKind),
+    field_table::Series<kMaxLoads>(LoadName), field_table::Series<kMaxLoads>(LoadFactor));
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace gravity_case_rec
 
 namespace pushover_case_rec {
@@ -76,6 +82,12 @@ constexpr FieldDef LoadFactor(int entry) {
 constexpr FieldDef ModeNumber(int entry) {
   return U8Field("ModeNumber", case_rec::EntryOffset(kModeNumber, 1, entry));
 }
+
+inline constexpr auto kFields = field_table::Join(
+    field_table::List(Name, Kind, Mode, Criterion, Value1, Value2, Value3, LoadCount, DriftName),
+    field_table::Series<kMaxLoads>(LoadKind), field_table::Series<kMaxLoads>(LoadName),
+    field_table::Series<kMaxLoads>(LoadFactor), field_table::Series<kModeSlots>(ModeNumber));
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace pushover_case_rec
 
 namespace dynamic_case_rec {
@@ -115,6 +127,13 @@ constexpr FieldDef Factor(int slot) {
 constexpr FieldDef TimeFactor(int slot) {
   return F32Field("TimeFactor", case_rec::EntryOffset(kTimeFactor, 4, slot));
 }
+
+inline constexpr auto kFields = field_table::Join(
+    field_table::List(Name, Kind, Criterion, Duration, TimeStep, Value1, DriftName, Value2),
+    field_table::Series<3>(RecordFolder), field_table::Series<3>(RecordName),
+    field_table::Series<3>(RecordTitle), field_table::Series<3>(RecordPoints),
+    field_table::Series<3>(Factor), field_table::Series<3>(TimeFactor));
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace dynamic_case_rec
 
 // The analysis series entry of the A file.
@@ -134,6 +153,10 @@ inline constexpr FieldDef DampRatio1 = F32Field("DampRatio1", 154);
 inline constexpr FieldDef DampRatio2 = F32Field("DampRatio2", 158);
 // 1 would put a detail record behind the entry; the series entry never has one.
 inline constexpr FieldDef HasDetail = U8Field("HasDetail", 190);
+inline constexpr auto kFields = field_table::List(Name, Title, Text, Flag1, Flag2, Value1, Value2,
+                                                  Value3, DampPeriod1, DampPeriod2, DampRatio1,
+                                                  DampRatio2, HasDetail);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace load_case_rec
 
 }  // namespace vtt

@@ -4,6 +4,7 @@
 // byte elements of the frame load and self-weight matrices. Offsets are file offsets.
 #pragma once
 
+#include "store/field_table.h"
 #include "store/record.h"
 
 namespace vtt {
@@ -21,6 +22,9 @@ inline constexpr int kCodeAccelUX = 1;
 inline constexpr int kCodeAccelUY = 2;
 inline constexpr int kCodeLoadFrame = 1;
 inline constexpr int kCodeSelfWeight = -3;
+
+inline constexpr auto kFields = field_table::List(Name, PatternCode);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace load_pattern_rec
 
 // TrelkLoadNodeValueRec: one element of the matrix nodal load pattern by node. F3 is
@@ -34,6 +38,8 @@ inline constexpr FieldDef M1 = F32Field("M1", 12);
 inline constexpr FieldDef M2 = F32Field("M2", 16);
 inline constexpr FieldDef M3 = F32Field("M3", 20);
 inline constexpr FieldDef Used = F32Field("Used", 24);
+inline constexpr auto kFields = field_table::List(F1, F2, F3, M1, M2, M3, Used);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace load_node_value_rec
 
 // TrelkLoadFrameValueRec: one load item of a subgroup. The items of a subgroup form a
@@ -49,6 +55,10 @@ inline constexpr FieldDef Position2 = F32Field("Position2", 18);
 
 inline constexpr int kKindDistributed = 1;
 inline constexpr int kKindPoint = 2;
+
+inline constexpr auto kFields =
+    field_table::List(Kind, NextItem, Value1, Position1, Value2, Position2);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace load_frame_value_rec
 
 // TrelkLoadFrameGroupValueRec: one element of the matrix subgroup by frame load pattern
@@ -59,6 +69,8 @@ inline constexpr FieldDef ElemCount = I32Field("ElemCount", 0);
 inline constexpr FieldDef Reserved1 = I32Field("Reserved1", 4);
 inline constexpr FieldDef ItemCount = I16Field("ItemCount", 8);
 inline constexpr FieldDef FirstItem = I16Field("FirstItem", 10);
+inline constexpr auto kFields = field_table::List(ElemCount, Reserved1, ItemCount, FirstItem);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace load_frame_group_value_rec
 
 // TrelkLoadFrameGroupIndex (frame load pattern by element group: the number of subgroups)
@@ -66,6 +78,8 @@ inline constexpr FieldDef FirstItem = I16Field("FirstItem", 10);
 namespace load_frame_index {
 inline constexpr std::uint32_t kSize = 2;
 inline constexpr FieldDef Value = I16Field("Value", 0);
+inline constexpr auto kFields = field_table::List(Value);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace load_frame_index
 
 // TrelkSelfWeightElemFlag: self-weight pattern by element, 1 where the element takes its
@@ -73,6 +87,8 @@ inline constexpr FieldDef Value = I16Field("Value", 0);
 namespace self_weight_flag {
 inline constexpr std::uint32_t kSize = 1;
 inline constexpr FieldDef Flag = U8Field("Flag", 0);
+inline constexpr auto kFields = field_table::List(Flag);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace self_weight_flag
 
 }  // namespace vtt

@@ -12,6 +12,7 @@
 
 #include <cstdint>
 
+#include "store/field_table.h"
 #include "store/record.h"
 
 namespace vtt {
@@ -47,12 +48,20 @@ inline constexpr FieldDef SideAValue3 = F32Field("SideAValue3", 97);
 inline constexpr FieldDef SideAValue4 = F32Field("SideAValue4", 101);
 inline constexpr FieldDef SideBValue3 = F32Field("SideBValue3", 105);
 inline constexpr FieldDef SideBValue4 = F32Field("SideBValue4", 109);
+inline constexpr auto kFields = field_table::List(
+    Name, RecordNumber, Kind, UnitLength, UnitForce, Option1, Option2, Option3, Option4, Option5,
+    Option6, Option7, Option8, Option9, HasStrengthLoss, Word1, RecordNumberAgain, Stiffness,
+    Word2, SideAValue1, SideAValue2, SideBValue1, SideBValue2, SideAValue3, SideAValue4,
+    SideBValue3, SideBValue4);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace mat_inel_rec
 
 // Also kept in step with the FEMA beam list.
 namespace strength_loss_rec {
 inline constexpr std::uint32_t kSize = 50;
 inline constexpr FieldDef Flag = U8Field("Flag", 0);
+inline constexpr auto kFields = field_table::List(Flag);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace strength_loss_rec
 
 namespace mat_elastic_fiber_rec {
@@ -67,6 +76,9 @@ inline constexpr FieldDef Option2 = U8Field("Option2", 46);
 inline constexpr FieldDef Word1 = I16Field("Word1", 50);
 inline constexpr FieldDef Word2 = I16Field("Word2", 52);
 inline constexpr FieldDef Modulus = F32Field("Modulus", 58);
+inline constexpr auto kFields = field_table::List(Name, RecordNumber, Kind, UnitLength, UnitForce,
+                                                  Option1, Option2, Word1, Word2, Modulus);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace mat_elastic_fiber_rec
 
 namespace mat_elastic_shear_rec {
@@ -94,11 +106,18 @@ inline constexpr FieldDef Word4 = F32Field("Word4", 100);
 inline constexpr FieldDef Word5 = F32Field("Word5", 104);
 inline constexpr FieldDef Word6 = F32Field("Word6", 108);
 inline constexpr FieldDef Word7 = F32Field("Word7", 112);
+inline constexpr auto kFields = field_table::List(
+    Name, RecordNumber, Kind, UnitLength, UnitForce, Option1, Option2, Option3, HasSubRecord,
+    Word1, RecordNumberAgain, Modulus, Tagged1, Tagged2, Tagged3, Word2, Word3, Factor, Word4,
+    Word5, Word6, Word7);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace mat_elastic_shear_rec
 
 namespace mat_elastic_shear_sub_rec {
 inline constexpr std::uint32_t kSize = 56;
 inline constexpr FieldDef Flag = U8Field("Flag", 0);
+inline constexpr auto kFields = field_table::List(Flag);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace mat_elastic_shear_sub_rec
 
 namespace mat_elastic_slab_rec {
@@ -113,6 +132,9 @@ inline constexpr FieldDef Option2 = U8Field("Option2", 46);
 inline constexpr FieldDef Word1 = I16Field("Word1", 52);
 inline constexpr FieldDef Modulus = F32Field("Modulus", 58);
 inline constexpr FieldDef Poisson = F32Field("Poisson", 78);
+inline constexpr auto kFields = field_table::List(Name, RecordNumber, Kind, UnitLength, UnitForce,
+                                                  Option1, Option2, Word1, Modulus, Poisson);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace mat_elastic_slab_rec
 
 }  // namespace vtt

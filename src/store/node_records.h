@@ -2,6 +2,7 @@
 // slaved group of nodes (TrelkDiaphragmRec, 80 bytes). Offsets are file offsets.
 #pragma once
 
+#include "store/field_table.h"
 #include "store/record.h"
 
 namespace vtt {
@@ -36,11 +37,20 @@ constexpr FieldDef FirstNodeMark(int j) {
                                         "FirstNodeMark4", "FirstNodeMark5", "FirstNodeMark6"};
   return U8Field(names[j - 1], kFirstNodeMark + static_cast<std::uint32_t>(j - 1));
 }
+
+// Every field of the record, in offset order.
+inline constexpr auto kFields = field_table::Join(
+    field_table::List(PrevNode, NextNode, X, Y, Z, Reserved1, SlavedUX, SlavedUY, SlavedUZ,
+                      SlavedRX, SlavedRY, SlavedRZ, SupportKind, InUse),
+    field_table::Series<6>(Restrained), field_table::Series<6>(FirstNodeMark));
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace node_rec
 
 namespace diaphragm_rec {
 inline constexpr std::uint32_t kSize = 80;
 inline constexpr FieldDef Name = TextField("Name", 0, 40);
+inline constexpr auto kFields = field_table::List(Name);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace diaphragm_rec
 
 }  // namespace vtt

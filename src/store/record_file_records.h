@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "store/field_table.h"
 #include "store/record.h"
 
 namespace vtt {
@@ -23,6 +24,11 @@ inline constexpr std::int16_t kVersion = 1;
 inline constexpr std::uint32_t kPairSize = 8;
 // PointCount is an i16 and counts the leading (0, 0) pair too.
 inline constexpr std::int32_t kMaxSourcePoints = 32767 - 1;
+
+// The fields of the header.
+inline constexpr auto kFields =
+    field_table::List(Title, Version, PointCount, PeakValue, PeakTime, Duration);
+static_assert(field_table::FitsWithoutOverlap(kFields, kHeaderSize));
 }  // namespace record_file_rec
 
 }  // namespace vtt

@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "store/field_table.h"
 #include "store/record.h"
 
 namespace vtt {
@@ -70,6 +71,14 @@ static_assert(Reserved3.offset == ComponentNumberCopy.offset + ComponentNumberCo
 static_assert(kReleaseStiffness == Reserved3.offset + Reserved3.width);
 static_assert(Reserved4.offset == ReleaseStiffness(Direction::T).offset + 4);
 static_assert(kSize == Reserved4.offset + Reserved4.width);
+
+// Every field of the record, in offset order; the reserved spans hold 0.
+inline constexpr auto kFields = field_table::Join(
+    field_table::List(Name, ComponentNumber, ComponentKind, ComponentNumberCopy),
+    field_table::Series<kDirectionCount>([](int k) { return Released(static_cast<Direction>(k - 1)); }),
+    field_table::Series<kDirectionCount>(
+        [](int k) { return ReleaseStiffness(static_cast<Direction>(k - 1)); }));
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace release_rec
 
 }  // namespace vtt

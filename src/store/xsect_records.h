@@ -19,6 +19,7 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "store/field_table.h"
 #include "store/record.h"
 
 namespace vtt {
@@ -60,6 +61,11 @@ inline constexpr FieldDef Depth3 = F32Field("Depth3", 160);
 inline constexpr FieldDef FlangeThickness = F32Field("FlangeThickness", 164);
 inline constexpr FieldDef WebThickness = F32Field("WebThickness", 168);
 inline constexpr FieldDef RecordNumberAgain = I16Field("RecordNumberAgain", 400);
+inline constexpr auto kFields = field_table::List(
+    Name, RecordNumber, Text1, Text2, Option1, UnitLength, UnitForce, Kind, Shape, Option2, Area,
+    TorsionConstant, Inertia22, Inertia33, ShearArea2, ShearArea3, Factor1, Factor2, Modulus,
+    Poisson, ShearModulus, Depth2, Depth3, FlangeThickness, WebThickness, RecordNumberAgain);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace xsect_beam_rec
 
 namespace xsect_column_rec {
@@ -91,6 +97,11 @@ inline constexpr FieldDef Depth3 = F32Field("Depth3", 167);
 inline constexpr FieldDef FlangeThickness = F32Field("FlangeThickness", 171);
 inline constexpr FieldDef WebThickness = F32Field("WebThickness", 175);
 inline constexpr FieldDef RecordNumberAgain = I16Field("RecordNumberAgain", 663);
+inline constexpr auto kFields = field_table::List(
+    Name, RecordNumber, Text1, Text2, Option1, UnitLength, UnitForce, Kind, Shape, Option2, Area,
+    TorsionConstant, Inertia22, Inertia33, ShearArea2, ShearArea3, Factor1, Factor2, Modulus,
+    Poisson, ShearModulus, Depth2, Depth3, FlangeThickness, WebThickness, RecordNumberAgain);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace xsect_column_rec
 
 namespace xsect_wall_elastic_rec {
@@ -114,6 +125,10 @@ inline constexpr FieldDef Poisson = F32Field("Poisson", 131);
 inline constexpr FieldDef Word2 = I16Field("Word2", 187);
 // The elastic fibre material of the wall's material.
 inline constexpr FieldDef MaterialId = I16Field("MaterialId", 219);
+inline constexpr auto kFields = field_table::List(
+    Name, RecordNumber, Text1, Text2, Kind, UnitLength, UnitForce, Option1, Option2, Word1,
+    Thickness, BendingThickness, Modulus, BendingThicknessAgain, Poisson, Word2, MaterialId);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace xsect_wall_elastic_rec
 
 namespace xsect_wall_inel_rec {
@@ -181,6 +196,18 @@ constexpr FieldDef FibreArea(int k) {
 constexpr FieldDef FibrePosition(int k) {
   return F32Field("FibrePosition", FibreSlotOffset(kFibrePosition, 4, k));
 }
+
+// Every field of the record, the fibre table slot by slot, in offset order.
+inline constexpr auto kFields = field_table::Join(
+    field_table::List(Name, RecordNumber, Text1, Text2, Kind, UnitLength, UnitForce, Option1,
+                      FibreCount, Option2, HasSubRecord, RebarFibreCount, ConcreteFibreCount,
+                      Word1, Word2, RecordNumberAgain, RebarPercent, Factor1, Word3, Thickness,
+                      Word4, Word5, BendingThickness, Modulus, BendingThicknessAgain, Poisson),
+    field_table::Series<kFibreSlots>(FibreGroup), field_table::Series<kFibreSlots>(FibreFlag),
+    field_table::Series<kFibreSlots>(FibreIsConcrete),
+    field_table::Series<kFibreSlots>(FibreMaterial), field_table::Series<kFibreSlots>(FibreArea),
+    field_table::Series<kFibreSlots>(FibrePosition));
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace xsect_wall_inel_rec
 
 namespace xsect_slab_rec {
@@ -208,6 +235,11 @@ inline constexpr FieldDef Option4 = U8Field("Option4", 268);
 inline constexpr FieldDef Option5 = U8Field("Option5", 269);
 inline constexpr FieldDef Word4 = I16Field("Word4", 270);
 inline constexpr FieldDef MaterialIdAgain = I16Field("MaterialIdAgain", 272);
+inline constexpr auto kFields = field_table::List(
+    Name, RecordNumber, Text1, Text2, Kind, UnitLength, UnitForce, Option1, Word1, Word2,
+    Thickness, BendingThickness, ThicknessAgain, UnitWeight, Option2, Option3, Word3, MaterialId,
+    Option4, Option5, Word4, MaterialIdAgain);
+static_assert(field_table::FitsWithoutOverlap(kFields, kSize));
 }  // namespace xsect_slab_rec
 
 }  // namespace vtt

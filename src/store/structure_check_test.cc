@@ -1,0 +1,138 @@
+// The check of a structure folder: every golden structure passes it, and a folder damaged
+// in one place fails it with exactly that place reported.
+#include "store/structure_check.h"
+
+#include <gtest/gtest.h>
+
+#include "support/expected_bytes.h"
+
+namespace vtt {
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path GoldenFolder(const std::string& model) {
+  return fs::path(VTT_SOURCE_DIR) / "tests" / "models" / model / "expected";
+}
+
+std::vector<std::string> Texts(const std::vector<CheckProblem>& problems) {
+  std::vector<std::string> out;
+  for (const CheckProblem& p : problems) out.push_back(ProblemText(p));
+  return out;
+}
+
+// A copy of the golden "frames" structure that a test may damage.
+class DamagedStructure : public ::testing::Test {
+ protected:
+  DamagedStructure() : temp_("check") {
+    for (const auto& entry : fs::directory_iterator(GoldenFolder("frames"))) {
+      fs::copy_file(entry.path(), temp_.Path() / entry.path().filename());
+    }
+  }
+  fs::path File(const std::string& name) const { return temp_.Path() / name; }
+  void Patch(const std::string& name, std::size_t offset, std::vector<std::uint8_t> bytes) {
+    auto content = testing::ReadFileBytes(File(name));
+    ASSERT_LE(offset + bytes.size(), content.size());
+    std::copy(bytes.begin(), bytes.end(), content.begin() + static_cast<std::ptrdiff_t>(offset));
+    testing::WriteFileBytes(File(name), content);
+  }
+  std::vector<std::string> Check() const { return Texts(CheckStructureFolder(temp_.Path())); }
+
+  testing::TempFolder temp_;
+};
+
+TEST(StructureCheck, EveryGoldenStructureHoldsEveryCheck) {
+  int folders = 0;
+  for (const auto& entry : fs::directory_iterator(fs::path(VTT_SOURCE_DIR) / "tests" / "models")) {
+    if (!fs::exists(entry.path() / "expected")) continue;
+    EXPECT_EQ(Texts(CheckStructureFolder(entry.path() / "expected")), std::vector<std::string>{})
+        << entry.path().filename();
+    ++folders;
+  }
+  EXPECT_GE(folders, 8);
+}
+
+TEST_F(DamagedStructure, UndamagedCopyHoldsEveryCheck) {
+  EXPECT_EQ(Check(), std::vector<std::string>{});
+}
+
+TEST_F(DamagedStructure, BrokenNodeChainIsReportedAtTheNextNodeField) {
+  // Node record 2 starts at 230; NextNode is its second i32.
+  Patch("TRKDS", 234, {5, 0, 0, 0});
+  EXPECT_EQ(Check(), std::vector<std::string>{
+                         "TRKDS at offset 234: TrelkNodeRec 2 NextNode is 5; expected 3"});
+}
+
+TEST_F(DamagedStructure, DanglingComponentNumberOfAnElement) {
+  // Element 3 starts at 2932; its Component is the i16 at 42.
+  Patch("TRKDS", 2974, {0xE7, 0x03});
+  EXPECT_EQ(Check(), std::vector<std::string>{
+                         "TRKDS at offset 2974: TrelkElemRec 3 Component is 999; expected a "
+                         "number of TrelkCpdFrameRec from 1 to 32"});
+}
+
+TEST_F(DamagedStructure, WrongGroupCountBehindTheElementGroups) {
+  Patch("TRKDS", 2276, {4, 0});
+  EXPECT_EQ(Check(), std::vector<std::string>{
+                         "TRKDS at offset 2276: ElemGroupLast is 4; expected ElemGroupCount 6"});
+}
+
+TEST_F(DamagedStructure, CaseCountAboveItsCapacityAndTheRecordItPromises) {
+  // CaseListCount(1) stands at 80 of the L file; its capacity is 0.
+  Patch("TRKDL", 80, {1, 0});
+  EXPECT_EQ(Check(),
+            (std::vector<std::string>{
+                "TRKDL at offset 160: the file ends at offset 160 inside TrelkGravityCaseRec 1: "
+                "expected 1024 bytes from offset 160",
+                "TRKDL at offset 80: CaseListCount(1) is 1; expected at most "
+                "CaseListCapacity(1) (0)"}));
+}
+
+TEST_F(DamagedStructure, TruncatedFileIsReportedWithWhatIsMissing) {
+  auto content = testing::ReadFileBytes(File("TRKDS"));
+  content.resize(3000);
+  testing::WriteFileBytes(File("TRKDS"), content);
+  EXPECT_EQ(Check(), std::vector<std::string>{
+                         "TRKDS at offset 3000: the file ends at offset 3000 inside TrelkElemRec "
+                         "3: expected 92 bytes from offset 2932"});
+}
+
+TEST_F(DamagedStructure, TrailingBytesOfAnOlderLongerFile) {
+  auto content = testing::ReadFileBytes(File("TRKDPOF"));
+  content.insert(content.end(), 5, 0x41);
+  testing::WriteFileBytes(File("TRKDPOF"), content);
+  EXPECT_EQ(Check(), std::vector<std::string>{
+                         "TRKDPOF at offset 28: 5 bytes after the end of the content at offset "
+                         "28: left by an older, longer file; expected the file to end there"});
+}
+
+TEST_F(DamagedStructure, MissingFile) {
+  fs::remove(File("TRKDPO"));
+  EXPECT_EQ(Check(), std::vector<std::string>{"TRKDPO at offset 0: the file is missing"});
+}
+
+TEST_F(DamagedStructure, WrongVersionTextAndStructureName) {
+  Patch("TRKDULS", 0, {'5'});
+  Patch("TRKDA", 8, {'X'});
+  EXPECT_EQ(Check(),
+            (std::vector<std::string>{
+                "TRKDA at offset 8: StructureName is \"Xrames      \"; expected \"frames      \" "
+                "as in TRKDS",
+                "TRKDULS at offset 0: VersionText is \"5.0     \"; expected \"4.0\" and five "
+                "spaces"}));
+}
+
+TEST_F(DamagedStructure, DanglingCompoundPartAndDriftNode) {
+  // Frame compound 1 starts at 22837; PartComponent(1) is the i16 at 144.
+  Patch("TRKDS", 22837 + 144, {0x10, 0x27});
+  const auto problems = Check();
+  ASSERT_EQ(problems.size(), 1u);
+  EXPECT_EQ(problems[0].rfind("TRKDS at offset 22981: TrelkCpdFrameRec 1 PartComponent(1) is "
+                              "10000; expected a number of ",
+                              0),
+            0u)
+      << problems[0];
+}
+
+}  // namespace
+}  // namespace vtt
