@@ -77,6 +77,15 @@ TEST(DumpCommand, MissingPathIsAUsageError) {
   EXPECT_EQ(run.status, exit_status::kUsage);
 }
 
+TEST(DumpCommand, HelpNamesBothCommands) {
+  const CliRun run = Cli({"--help"});
+  ASSERT_EQ(run.status, 0);
+  EXPECT_NE(run.out.find("dump"), std::string::npos);
+  EXPECT_NE(run.out.find("check"), std::string::npos);
+  const CliRun dump = Cli({"dump", "--help"});
+  EXPECT_NE(dump.out.find("--json"), std::string::npos);
+}
+
 TEST(CheckCommand, GoldenFolderHolds) {
   const CliRun run = Cli({"check", (Models() / "complete" / "expected").string()});
   EXPECT_EQ(run.status, 0) << run.out;

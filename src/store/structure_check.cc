@@ -168,7 +168,7 @@ void Reference(Checker& c, const ReadFile& f, const ReadRecord& r, const FieldDe
                std::string_view list, std::string_view codes) {
   if (list.empty()) {
     c.Fail(f, r.offset + field.offset,
-           fmt::format("{} {} {}: {} name no component list", r.record, r.index,
+           fmt::format("{} {} {}: no component list for {}", r.record, r.index,
                        FieldName(r, field), codes));
     return;
   }
@@ -241,9 +241,27 @@ void CheckElements(Checker& c, const ReadFile& f, std::int64_t nodes) {
   }
 }
 
+// A compound carries its own record number twice.
+template <typename Layout>
+void CheckOwnNumber(Checker& c, const ReadFile& f, const ReadRecord& r) {
+  const std::int64_t number = std::stoll(r.index);
+  c.Equals(f, r, Layout::ComponentNumber, number);
+  c.Equals(f, r, Layout::ComponentNumberCopy, number);
+}
+
+struct CpdFrameNumbers {
+  static constexpr FieldDef ComponentNumber = cpd_frame_rec::ComponentNumber;
+  static constexpr FieldDef ComponentNumberCopy = cpd_frame_rec::ComponentNumberCopy;
+};
+struct CpdWallNumbers {
+  static constexpr FieldDef ComponentNumber = cpd_wall_rec::ComponentNumber;
+  static constexpr FieldDef ComponentNumberCopy = cpd_wall_rec::ComponentNumberCopy;
+};
+
 void CheckCompounds(Checker& c, const ReadFile& f) {
   if (const ReadSection* s = f.Section("TrelkCpdFrameRec")) {
     for (const ReadRecord* r : s->Records("TrelkCpdFrameRec")) {
+      CheckOwnNumber<CpdFrameNumbers>(c, f, *r);
       c.InRange(f, *r, cpd_frame_rec::PartCount, 1, cpd_frame_rec::kMaxParts, "a part count");
       const std::int64_t parts = std::min<std::int64_t>(r->Int(cpd_frame_rec::PartCount),
                                                         cpd_frame_rec::kMaxParts);
@@ -257,6 +275,7 @@ void CheckCompounds(Checker& c, const ReadFile& f) {
   }
   if (const ReadSection* s = f.Section("TrelkCpdWallRec")) {
     for (const ReadRecord* r : s->Records("TrelkCpdWallRec")) {
+      CheckOwnNumber<CpdWallNumbers>(c, f, *r);
       const std::int64_t kind = r->Int(cpd_wall_rec::WallSectionKind);
       Reference(c, f, *r, cpd_wall_rec::WallSection, WallSectionList(kind),
                 fmt::format("WallSectionKind {}", kind));
@@ -268,6 +287,7 @@ void CheckCompounds(Checker& c, const ReadFile& f) {
   }
   if (const ReadSection* s = f.Section("TrelkCpdGWallRec")) {
     for (const ReadRecord* r : s->Records("TrelkCpdGWallRec")) {
+      c.Equals(f, *r, cpd_gwall_rec::ComponentNumber, std::stoll(r->index));
       const std::int64_t vertical = r->Int(cpd_gwall_rec::VerticalSectionKind);
       Reference(c, f, *r, cpd_gwall_rec::VerticalSection, WallSectionList(vertical),
                 fmt::format("VerticalSectionKind {}", vertical));
@@ -382,6 +402,12 @@ void CheckLFile(Checker& c, const ReadFile& f) {
 }
 
 void CheckAFile(Checker& c, const ReadFile& f) {
+  // No series entry of a transfer carries a detail record.
+  if (const ReadSection* s = f.Section("load cases")) {
+    for (const ReadRecord* r : s->Records("TrelkLoadCaseRec")) {
+      c.Equals(f, *r, load_case_rec::HasDetail, 0);
+    }
+  }
   const ReadSection* head = f.Section("header");
   if (head == nullptr) return;
   for (std::string_view name : {"LoadCaseCount", "LoadCaseMatrixRows", "LoadCaseMatrixColumns"}) {

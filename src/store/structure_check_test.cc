@@ -122,16 +122,63 @@ TEST_F(DamagedStructure, WrongVersionTextAndStructureName) {
                 "spaces"}));
 }
 
-TEST_F(DamagedStructure, DanglingCompoundPartAndDriftNode) {
+TEST_F(DamagedStructure, DanglingCompoundPart) {
   // Frame compound 1 starts at 22837; PartComponent(1) is the i16 at 144.
   Patch("TRKDS", 22837 + 144, {0x10, 0x27});
-  const auto problems = Check();
-  ASSERT_EQ(problems.size(), 1u);
-  EXPECT_EQ(problems[0].rfind("TRKDS at offset 22981: TrelkCpdFrameRec 1 PartComponent(1) is "
-                              "10000; expected a number of ",
-                              0),
+  EXPECT_EQ(Check(), std::vector<std::string>{
+                         "TRKDS at offset 22981: TrelkCpdFrameRec 1 PartComponent(1) is 10000; "
+                         "expected a number of TrelkXecBeamRec from 1 to 6"});
+}
+
+TEST_F(DamagedStructure, CompoundWithAnotherNumber) {
+  // ComponentNumberCopy of frame compound 1 is the i16 at 354.
+  Patch("TRKDS", 22837 + 354, {2, 0});
+  EXPECT_EQ(Check(), std::vector<std::string>{
+                         "TRKDS at offset 23191: TrelkCpdFrameRec 1 ComponentNumberCopy is 2; "
+                         "expected 1"});
+}
+
+TEST_F(DamagedStructure, DriftOnANodeThatDoesNotExist) {
+  // Drift 1 starts at 7115; TopNode is the i32 at 22. The structure has 19 nodes.
+  Patch("TRKDS", 7115 + 22, {20, 0, 0, 0});
+  EXPECT_EQ(Check(), std::vector<std::string>{
+                         "TRKDS at offset 7137: TrelkDriftRec 1 TopNode is 20; expected a node "
+                         "number from 1 to 19"});
+}
+
+// A copy of another golden structure, to damage.
+std::vector<std::string> CheckDamagedCopy(const std::string& model, const std::string& file,
+                                          std::size_t offset, std::vector<std::uint8_t> bytes) {
+  testing::TempFolder temp("check-" + model);
+  for (const auto& entry : fs::directory_iterator(GoldenFolder(model))) {
+    fs::copy_file(entry.path(), temp.Path() / entry.path().filename());
+  }
+  auto content = testing::ReadFileBytes(temp.Path() / file);
+  std::copy(bytes.begin(), bytes.end(), content.begin() + static_cast<std::ptrdiff_t>(offset));
+  testing::WriteFileBytes(temp.Path() / file, content);
+  return Texts(CheckStructureFolder(temp.Path()));
+}
+
+TEST(StructureCheck, DiaphragmNumberPastTheDiaphragms) {
+  // Node record 3 of frames-kn starts at 314; SlavedUX is the i16 at 34. One diaphragm.
+  EXPECT_EQ(CheckDamagedCopy("frames-kn", "TRKDS", 314 + 34, {2, 0}),
+            std::vector<std::string>{"TRKDS at offset 348: TrelkNodeRec 3 SlavedUX is 2; "
+                                     "expected a diaphragm number or 0 from 0 to 1"});
+}
+
+TEST(StructureCheck, WallAndGeneralWallReferences) {
+  // Wall compound 1 of walls-slabs starts at 34940; WallSection is the i16 at 50.
+  const auto wall = CheckDamagedCopy("walls-slabs", "TRKDS", 34940 + 50, {77, 0});
+  ASSERT_EQ(wall.size(), 1u);
+  EXPECT_EQ(wall[0].rfind("TRKDS at offset 34990: TrelkCpdWallRec 1 WallSection is 77; expected "
+                          "a number of TrelkXecWallElasticRec from 1 to ",
+                          0),
             0u)
-      << problems[0];
+      << wall[0];
+  // General-wall compound 1 starts at 35406; ShearMaterialKind is the i16 at 56.
+  EXPECT_EQ(CheckDamagedCopy("walls-slabs", "TRKDS", 35406 + 56, {9, 0}),
+            std::vector<std::string>{"TRKDS at offset 35464: TrelkCpdGWallRec 1 ShearMaterial: "
+                                     "no component list for ShearMaterialKind 9"});
 }
 
 }  // namespace
