@@ -9,6 +9,7 @@
 #include "store/load_records.h"
 #include "store/node_records.h"
 #include "store/section_cut_records.h"
+#include "store/trelk_store.h"
 
 namespace vtt {
 namespace {
@@ -307,8 +308,30 @@ void CheckLoadsAndCuts(Checker& c, const ReadFile& f, std::int64_t nodes, std::i
     for (const ReadRecord* r : s->Records("TrelkLoadFrameValueRec")) {
       c.InRange(f, *r, load_frame_value_rec::NextItem, 0, values, "a frame load item or 0");
     }
+    const auto items = s->Records("TrelkLoadFrameValueRec");
+    const std::int64_t slots = s->Value("LoadFrameValueSlotCapacity");
     for (const ReadRecord* r : s->Records("TrelkLoadFrameGroupValueRec")) {
       c.InRange(f, *r, load_frame_group_value_rec::FirstItem, 0, values, "a frame load item or 0");
+      // The items of a subgroup are a chain of ItemCount records that ends in 0.
+      const std::int64_t count = r->Int(load_frame_group_value_rec::ItemCount);
+      std::int64_t item = r->Int(load_frame_group_value_rec::FirstItem);
+      for (std::int64_t k = 1; k <= count; ++k) {
+        if (item < 1 || item > static_cast<std::int64_t>(items.size())) break;
+        const ReadRecord& it = *items[static_cast<std::size_t>(item - 1)];
+        const std::int64_t next = it.Int(load_frame_value_rec::NextItem);
+        if (k == count && next != 0) {
+          c.Fail(f, it.offset + load_frame_value_rec::NextItem.offset,
+                 fmt::format("TrelkLoadFrameValueRec {} NextItem is {}; expected 0 on the last "
+                             "item of subgroup {}",
+                             item, next, r->index));
+        }
+        item = next;
+      }
+    }
+    for (std::string_view index : {"TrelkLoadFrameGroupIndex", "TrelkLoadFrameElemIndex"}) {
+      for (const ReadRecord* r : s->Records(index)) {
+        c.InRange(f, *r, load_frame_index::Value, 0, slots, "a subgroup number or 0");
+      }
     }
   }
   const ReadSection* members = f.Section("cut members");
@@ -318,6 +341,19 @@ void CheckLoadsAndCuts(Checker& c, const ReadFile& f, std::int64_t nodes, std::i
       c.InRange(f, *r, section_cut_rec::FirstMember, 1, member_count, "a cut member number");
       c.InRange(f, *r, section_cut_rec::LastMember, r->Int(section_cut_rec::FirstMember),
                 member_count, "a cut member number");
+    }
+  }
+  if (const ReadSection* s = f.Section("section cuts"); s != nullptr && members != nullptr) {
+    // The members of a cut run from its head entry to its last, each naming the next.
+    const auto list = members->Records("TrelkCutMemberRec");
+    for (const ReadRecord* r : s->Records("TrelkSectionCutRec")) {
+      const std::int64_t first = r->Int(section_cut_rec::FirstMember);
+      const std::int64_t last = r->Int(section_cut_rec::LastMember);
+      if (first < 1 || last > static_cast<std::int64_t>(list.size())) continue;
+      for (std::int64_t k = first; k <= last; ++k) {
+        c.Equals(f, *list[static_cast<std::size_t>(k - 1)], cut_member_rec::Next,
+                 k == last ? 0 : k + 1);
+      }
     }
   }
   if (members != nullptr) {
@@ -378,6 +414,21 @@ void CheckSFile(Checker& c, const ReadFile& f) {
   CheckNodes(c, f, diaphragms != nullptr ? diaphragms->Value("DiaphragmCount") : 0);
   CheckElements(c, f, node_count);
   CheckCompounds(c, f);
+  if (const ReadSection* lib = f.Section("component library")) {
+    const ReadValue* max = lib->Find("MaxComponentCount");
+    for (const ComponentListInfo& info : ComponentLibraryLayout()) {
+      const ReadSection* list = f.Section(info.record);
+      if (max == nullptr || list == nullptr) continue;
+      if (const ReadValue* count = list->Find("Count"); count && count->integer > max->integer) {
+        c.Fail(f, count->offset,
+               fmt::format("the count of {} is {}; expected at most MaxComponentCount {}",
+                           info.record, count->integer, max->integer));
+      } else if (count && count->integer < 0) {
+        c.Fail(f, count->offset, fmt::format("the count of {} is {}; expected 0 or more",
+                                             info.record, count->integer));
+      }
+    }
+  }
   CheckLoadsAndCuts(c, f, node_count, elem_count);
 }
 

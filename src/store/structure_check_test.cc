@@ -181,5 +181,28 @@ TEST(StructureCheck, WallAndGeneralWallReferences) {
                                      "no component list for ShearMaterialKind 9"});
 }
 
+TEST(StructureCheck, BrokenChainOfCutMembers) {
+  // Cut member 2 of groups-cuts starts at 8058; Next is the i32 at 6.
+  EXPECT_EQ(CheckDamagedCopy("groups-cuts", "TRKDS", 8058 + 6, {5, 0, 0, 0}),
+            std::vector<std::string>{
+                "TRKDS at offset 8064: TrelkCutMemberRec 2 Next is 5; expected 3"});
+}
+
+TEST(StructureCheck, FrameLoadItemChainMustEndInZero) {
+  // Frame load item 1 of loads starts at 11006; NextItem is the i16 at 2.
+  EXPECT_EQ(CheckDamagedCopy("loads", "TRKDS", 11006 + 2, {3, 0}),
+            std::vector<std::string>{
+                "TRKDS at offset 11008: TrelkLoadFrameValueRec 1 NextItem is 3; expected 0 on "
+                "the last item of subgroup 1,1,2"});
+}
+
+TEST_F(DamagedStructure, ComponentListLongerThanMaxComponentCount) {
+  // MaxComponentCount opens the component library at 7247; the frame compounds are 32.
+  Patch("TRKDS", 7247, {31, 0});
+  EXPECT_EQ(Check(), std::vector<std::string>{
+                         "TRKDS at offset 22835: the count of TrelkCpdFrameRec is 32; expected "
+                         "at most MaxComponentCount 31"});
+}
+
 }  // namespace
 }  // namespace vtt
