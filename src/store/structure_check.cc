@@ -124,7 +124,9 @@ void CheckNodes(Checker& c, const ReadFile& f, std::int64_t diaphragms) {
   const ReadSection* s = f.Section("nodes");
   if (s == nullptr) return;
   const std::int64_t count = s->Value("NodeCount");
-  if (count < 1) c.Fail(f, s->offset, fmt::format("NodeCount is {}; expected 1 or more", count));
+  if (const ReadValue* v = s->Find("NodeCount"); v && count < 1) {
+    c.Fail(f, v->offset, fmt::format("NodeCount is {}; expected 1 or more", count));
+  }
   const auto nodes = s->Records("TrelkNodeRec");
   for (std::size_t i = 0; i < nodes.size(); ++i) {
     const ReadRecord& r = *nodes[i];
@@ -174,7 +176,8 @@ void Reference(Checker& c, const ReadFile& f, const ReadRecord& r, const FieldDe
     return;
   }
   // A list that the walk did not reach (the file ends early) cannot be checked against.
-  if (f.Section(list) == nullptr) return;
+  const ReadSection* target = f.Section(list);
+  if (target == nullptr || target->Find("Count") == nullptr) return;
   c.InRange(f, r, field, 1, ComponentCount(f, list), fmt::format("a number of {}", list));
 }
 
@@ -336,7 +339,10 @@ void CheckLoadsAndCuts(Checker& c, const ReadFile& f, std::int64_t nodes, std::i
   }
   const ReadSection* members = f.Section("cut members");
   const std::int64_t member_count = members != nullptr ? members->Value("CutMemberCount") : 0;
-  if (const ReadSection* s = f.Section("section cuts")) {
+  // The member list follows the cuts: without its count (the file ends before it) the
+  // cuts cannot be checked against it.
+  const bool members_counted = members != nullptr && members->Find("CutMemberCount") != nullptr;
+  if (const ReadSection* s = f.Section("section cuts"); s != nullptr && members_counted) {
     for (const ReadRecord* r : s->Records("TrelkSectionCutRec")) {
       c.InRange(f, *r, section_cut_rec::FirstMember, 1, member_count, "a cut member number");
       c.InRange(f, *r, section_cut_rec::LastMember, r->Int(section_cut_rec::FirstMember),
@@ -490,20 +496,19 @@ std::vector<CheckProblem> CheckStructure(const StructureRead& structure) {
   std::vector<CheckProblem> problems;
   Checker c(problems);
   const ReadFile* s_file = structure.File("S");
-  std::string name;
+  // The name that the other files are compared with; none when the S file ends before it.
+  const ReadValue* name = nullptr;
   if (s_file != nullptr) {
-    if (const ReadSection* h = s_file->Section("header")) {
-      if (const ReadValue* v = h->Find("StructureName")) name = v->text;
-    }
+    if (const ReadSection* h = s_file->Section("header")) name = h->Find("StructureName");
   }
   for (const ReadFile& f : structure.files) {
     CheckWalk(c, f);
     if (f.missing) continue;
     // The S, L and A files carry the same structure name.
     if (const ReadSection* h = f.Section("header")) {
-      if (const ReadValue* v = h->Find("StructureName"); v && s_file && v->text != name) {
-        c.Fail(f, v->offset,
-               fmt::format("StructureName is \"{}\"; expected \"{}\" as in TRKDS", v->text, name));
+      if (const ReadValue* v = h->Find("StructureName"); v && name && v->text != name->text) {
+        c.Fail(f, v->offset, fmt::format("StructureName is \"{}\"; expected \"{}\" as in TRKDS",
+                                         v->text, name->text));
       }
     }
     if (f.name == "TRKDS") CheckSFile(c, f);

@@ -204,5 +204,30 @@ TEST_F(DamagedStructure, ComponentListLongerThanMaxComponentCount) {
                          "at most MaxComponentCount 31"});
 }
 
+// Whatever length a file is cut to, the check reports the cut and nothing else breaks.
+TEST(StructureCheck, FileCutAtAnyLengthIsReportedAsCut) {
+  for (const char* model : {"one-node", "groups-cuts"}) {
+    StructureRead read = ReadStructureFolder(GoldenFolder(model));
+    for (std::size_t which = 0; which < read.files.size(); ++which) {
+      const std::string name = read.files[which].name;
+      const auto bytes = testing::ReadFileBytes(GoldenFolder(model) / name);
+      const std::size_t stride = std::string(model) == "one-node" ? 1 : 89;
+      for (std::size_t size = 0; size < bytes.size(); size += stride) {
+        StructureRead cut = read;
+        cut.files[which] = ReadStructureFile(name.substr(4), std::span(bytes).first(size),
+                                             read.File("S")->Section("drifts")->Value("DriftCount"));
+        const std::vector<CheckProblem> problems = CheckStructure(cut);
+        ASSERT_EQ(problems.size(), 1u) << model << " " << name << " cut to " << size << ": "
+                                       << ProblemText(problems.back());
+        EXPECT_EQ(problems[0].file, name);
+        EXPECT_EQ(problems[0].offset, size) << model << " " << name;
+        EXPECT_NE(problems[0].text.find("the file ends at offset " + std::to_string(size)),
+                  std::string::npos)
+            << problems[0].text;
+      }
+    }
+  }
+}
+
 }  // namespace
 }  // namespace vtt
