@@ -444,6 +444,17 @@ void CheckLFile(Checker& c, const ReadFile& f) {
     CountWithin(c, f, head, fmt::format("CaseListCount({})", k),
                 fmt::format("CaseListCapacity({})", k));
   }
+  // A transfer keeps at most twenty cases of each kind and fills no other case list.
+  if (head != nullptr) {
+    for (int k = 1; k <= 20; ++k) {
+      const ReadValue* v = head->Find(fmt::format("CaseListCount({})", k));
+      const std::int64_t most = k <= 3 ? 20 : 0;
+      if (v != nullptr && v->integer > most) {
+        c.Fail(f, v->offset, fmt::format("{} is {}; expected at most {}", v->name, v->integer,
+                                         most));
+      }
+    }
+  }
   if (const ReadSection* s = f.Section("gravity cases")) {
     for (const ReadRecord* r : s->Records("TrelkGravityCaseRec")) {
       c.InRange(f, *r, gravity_case_rec::LoadCount, 0, gravity_case_rec::kMaxLoads,
@@ -455,6 +466,35 @@ void CheckLFile(Checker& c, const ReadFile& f) {
       c.InRange(f, *r, pushover_case_rec::LoadCount, 0, pushover_case_rec::kMaxLoads,
                 "a load count");
     }
+  }
+}
+
+// The series entry of the A file follows from the cases of the L file: one entry when a
+// dynamic or a pushover case exists, a history series ahead of a pushover series.
+void CheckSeriesAgainstCases(Checker& c, const ReadFile& a, const ReadFile& l) {
+  const ReadSection* l_head = l.Section("header");
+  const ReadSection* a_head = a.Section("header");
+  if (l_head == nullptr || a_head == nullptr) return;
+  if (l_head->Find("CaseListCount(3)") == nullptr) return;
+  const std::int64_t pushover = l_head->Value("CaseListCount(2)");
+  const std::int64_t dynamic = l_head->Value("CaseListCount(3)");
+  const std::string cases = fmt::format("TRKDL holds {} dynamic and {} pushover cases", dynamic,
+                                        pushover);
+  const std::int64_t expected = dynamic > 0 || pushover > 0 ? 1 : 0;
+  if (const ReadValue* count = a_head->Find("LoadCaseCount"); count && count->integer != expected) {
+    c.Fail(a, count->offset,
+           fmt::format("LoadCaseCount is {}; expected {}: {}", count->integer, expected, cases));
+  }
+  const ReadSection* entries = a.Section("load cases");
+  if (entries == nullptr || expected == 0) return;
+  const auto records = entries->Records("TrelkLoadCaseRec");
+  if (records.empty()) return;
+  const std::string name = records[0]->Fields().at(0).text;
+  const std::string series = dynamic > 0 ? "DynaAnalysis" : "PushAnalysis";
+  if (name != series) {
+    c.Fail(a, records[0]->offset + load_case_rec::Name.offset,
+           fmt::format("TrelkLoadCaseRec 1 Name is \"{}\"; expected \"{}\": {}", name, series,
+                       cases));
   }
 }
 
@@ -515,6 +555,10 @@ std::vector<CheckProblem> CheckStructure(const StructureRead& structure) {
     if (f.name == "TRKDL") CheckLFile(c, f);
     if (f.name == "TRKDA") CheckAFile(c, f);
     if (f.name == "TRKDPO" || f.name == "TRKDPOF") CheckZeroRecords(c, f);
+    if (f.name == "TRKDA") {
+      const ReadFile* l_file = structure.File("L");
+      if (l_file != nullptr && !l_file->missing) CheckSeriesAgainstCases(c, f, *l_file);
+    }
   }
   return problems;
 }

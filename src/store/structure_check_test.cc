@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 
 #include "support/expected_bytes.h"
@@ -204,6 +205,28 @@ TEST_F(DamagedStructure, ComponentListLongerThanMaxComponentCount) {
   EXPECT_EQ(Check(), std::vector<std::string>{
                          "TRKDS at offset 22835: the count of TrelkCpdFrameRec is 32; expected "
                          "at most MaxComponentCount 31"});
+}
+
+TEST(StructureCheck, SeriesEntryFollowsTheCases) {
+  // The series entry of complete starts at 86 of the A file; the L file has dynamic cases.
+  EXPECT_EQ(CheckDamagedCopy("complete", "TRKDA", 86, {'P', 'u', 's', 'h'}),
+            std::vector<std::string>{
+                "TRKDA at offset 86: TrelkLoadCaseRec 1 Name is \"PushAnalysis\"; expected "
+                "\"DynaAnalysis\": TRKDL holds 4 dynamic and 4 pushover cases"});
+  // Without the entry the A file holds its record as bytes behind its content.
+  const auto problems = CheckDamagedCopy("complete", "TRKDA", 80, {0, 0});
+  EXPECT_NE(std::find(problems.begin(), problems.end(),
+                      "TRKDA at offset 80: LoadCaseCount is 0; expected 1: TRKDL holds 4 dynamic "
+                      "and 4 pushover cases"),
+            problems.end());
+}
+
+TEST(StructureCheck, NoCaseListBeyondTheThreeKindsOfCases) {
+  // CaseListCount(4) stands at 86 of the L file.
+  const auto problems = CheckDamagedCopy("one-node", "TRKDL", 86, {1, 0});
+  EXPECT_NE(std::find(problems.begin(), problems.end(),
+                      "TRKDL at offset 86: CaseListCount(4) is 1; expected at most 0"),
+            problems.end());
 }
 
 // Whatever length a file is cut to, the check reports the cut and nothing else breaks.
