@@ -17,14 +17,15 @@ constexpr double kSmall = 1e-6;
 // The host's direction codes whose positive sense is upward: global Z and projected Z.
 bool IsUpwardDirection(int dir) { return dir == 6 || dir == 9; }
 
-// Grows a work list by one chunk when `num` entries no longer fit.
+// Lengthens the work lists to `num` entries when they are shorter; they are never
+// shortened. Only entries up to the item count are ever read, so the length beyond that
+// is the lists' own affair: growing one entry at a time (the storage underneath doubles)
+// keeps a frame with one load at a few bytes instead of room for a hundred items.
 template <class... Lists>
 void MakeRoom(int num, OneBasedList<double>& first, Lists&... rest) {
-  int room = first.Num();
-  while (num > room) room += kLoadFrameListChunk;
-  if (room == first.Num()) return;
-  first.Redim(room);
-  (rest.Redim(room), ...);
+  if (num <= first.Num()) return;
+  first.Redim(num);
+  (rest.Redim(num), ...);
 }
 
 }  // namespace

@@ -47,11 +47,9 @@ class VaskLoadNodeObj {
   OneBasedList<double> F1;
 };
 
-// Room of the frame load work lists: they start with this many entries and grow by as many.
-inline constexpr int kLoadFrameListChunk = 100;
-
 // The work list of a piecewise linear load along a frame: stations at relative distances,
-// ascending, with the value just left and just right of each.
+// ascending, with the value just left and just right of each. The lists start empty and
+// grow as stations arrive; no step reads them past ItemNum.
 class VaskPairObj {
  public:
   // Starts the list with the two ends of the frame, 0 and 1, carrying nothing.
@@ -63,9 +61,9 @@ class VaskPairObj {
   // station carrying the value the list had there.
   void AddPair(double d1, double left1, double right1, double d2, double left2, double right2);
 
-  OneBasedList<double> dist = OneBasedList<double>(kLoadFrameListChunk);
-  OneBasedList<double> ValLeft = OneBasedList<double>(kLoadFrameListChunk);
-  OneBasedList<double> ValRight = OneBasedList<double>(kLoadFrameListChunk);
+  OneBasedList<double> dist;
+  OneBasedList<double> ValLeft;
+  OneBasedList<double> ValRight;
   int ItemNum = 0;
 
  private:
@@ -84,7 +82,10 @@ double Interpolate(double x, double x1, double y1, double x2, double y2);
 double LoadFrameDistributedSpanTolerance(int unitLength);
 
 // The distributed loads of one frame in one pattern; values positive downward, distances
-// relative to the frame length. The item lists start with room for 100 and grow by 100.
+// relative to the frame length. The item lists start empty and grow as items arrive; they
+// never shrink, so after a sort has joined pieces they may hold entries past ItemNum, which
+// nothing reads. (Room for a hundred items kept in advance would cost some 6 KB for each
+// frame and pattern, most of the memory of a large building, and changes no output.)
 class VaskLoadFrameDistObj {
  public:
   // Appends the piece from rd1 to rd2. The host's upward directions (6 global Z, 9
@@ -100,10 +101,10 @@ class VaskLoadFrameDistObj {
 
   std::string Label;
   int ItemNum = 0;
-  OneBasedList<double> Val2 = OneBasedList<double>(kLoadFrameListChunk);
-  OneBasedList<double> Val1 = OneBasedList<double>(kLoadFrameListChunk);
-  OneBasedList<double> RD2 = OneBasedList<double>(kLoadFrameListChunk);
-  OneBasedList<double> RD1 = OneBasedList<double>(kLoadFrameListChunk);
+  OneBasedList<double> Val2;
+  OneBasedList<double> Val1;
+  OneBasedList<double> RD2;
+  OneBasedList<double> RD1;
   // Nothing writes it, so it reads 0.
   int Dir = 0;
   std::string CSys;

@@ -118,7 +118,7 @@ TEST(VaskPairObjTest, FirstPairIsTheTwoEndsCarryingNothing) {
   VaskPairObj pairs;
   pairs.AddFirstPair();
   EXPECT_EQ(StationsOf(pairs), (std::vector<Station>{{0, 0, 0}, {1, 0, 0}}));
-  EXPECT_EQ(pairs.dist.Num(), 100);
+  EXPECT_EQ(pairs.dist.Num(), 2);
 }
 
 TEST(VaskPairObjTest, APieceInsideTheFrameAddsTwoStations) {
@@ -155,13 +155,21 @@ TEST(VaskPairObjTest, ADistanceWithin1e6OfAStationIsThatStation) {
   EXPECT_EQ(pairs.dist(3), 0.500002);
 }
 
-TEST(VaskPairObjTest, TheListGrowsByAHundred) {
+TEST(VaskPairObjTest, TheListsStartEmptyAndGrowAsStationsArrive) {
   VaskPairObj pairs;
+  EXPECT_EQ(pairs.dist.Num(), 0);
+  EXPECT_EQ(pairs.ValLeft.Num(), 0);
+  EXPECT_EQ(pairs.ValRight.Num(), 0);
   for (int i = 1; i <= 60; ++i) pairs.AddPair(i / 100.0, 0, 1, i / 100.0 + 0.005, 1, 0);
   EXPECT_EQ(pairs.ItemNum, 122);
-  EXPECT_EQ(pairs.dist.Num(), 200);
-  EXPECT_EQ(pairs.ValLeft.Num(), 200);
-  EXPECT_EQ(pairs.ValRight.Num(), 200);
+  EXPECT_EQ(pairs.dist.Num(), 122);
+  EXPECT_EQ(pairs.ValLeft.Num(), 122);
+  EXPECT_EQ(pairs.ValRight.Num(), 122);
+  EXPECT_EQ(pairs.dist(1), 0);
+  EXPECT_EQ(pairs.dist(2), 0.01);
+  EXPECT_EQ(pairs.ValRight(2), 1);
+  EXPECT_EQ(pairs.dist(121), 0.605);
+  EXPECT_EQ(pairs.ValLeft(121), 1);
   EXPECT_EQ(pairs.dist(122), 1);
 }
 
@@ -194,15 +202,39 @@ TEST(VaskLoadFrameDistTest, UpwardDirectionsAreStoredNegated) {
                                 {0, 0.5, -1, -2}, {0, 0.5, 3, -4}, {0, 0.5, 5, 6}, {0, 0.5, 7, -8}}));
 }
 
-TEST(VaskLoadFrameDistTest, ItemListsStartAtAHundredAndGrowByAHundred) {
+TEST(VaskLoadFrameDistTest, ItemListsStartEmptyAndGrowAsItemsArrive) {
   VaskLoadFrameDistObj load;
-  EXPECT_EQ(load.RD1.Num(), 100);
-  for (int i = 0; i < 101; ++i) load.AddLoadFrameDistributed(kGravity, 0, 1, 1, 1);
+  EXPECT_EQ(load.RD1.Num(), 0);
+  EXPECT_EQ(load.PairObj.dist.Num(), 0);
+  load.AddLoadFrameDistributed(kGravity, 0, 1, 2, 2);
+  EXPECT_EQ(load.RD1.Num(), 1);
+  for (int i = 0; i < 100; ++i) load.AddLoadFrameDistributed(kGravity, 0, 1, 1, 1);
   EXPECT_EQ(load.ItemNum, 101);
-  EXPECT_EQ(load.RD1.Num(), 200);
-  EXPECT_EQ(load.RD2.Num(), 200);
-  EXPECT_EQ(load.Val1.Num(), 200);
-  EXPECT_EQ(load.Val2.Num(), 200);
+  EXPECT_EQ(load.RD1.Num(), 101);
+  EXPECT_EQ(load.RD2.Num(), 101);
+  EXPECT_EQ(load.Val1.Num(), 101);
+  EXPECT_EQ(load.Val2.Num(), 101);
+  EXPECT_EQ(load.Val1(1), 2);
+  EXPECT_EQ(load.Val1(101), 1);
+}
+
+TEST(VaskLoadFrameDistTest, ASortThatJoinsPiecesKeepsTheListsAndReadsOnlyTheItems) {
+  VaskLoadFrameDistObj load;
+  load.AddLoadFrameDistributed(kGravity, 0, 0.5, 1, 2);
+  load.AddLoadFrameDistributed(kGravity, 0.5, 1, 2, 3);
+  load.AddLoadFrameDistributed(kGravity, 0.25, 0.75, 4, 4);
+  load.SortLoadFrameDistributed(kMetre);
+  // Three stations inside the frame: four pieces, the middle two joined again.
+  EXPECT_EQ(PiecesOf(load), (std::vector<Piece>{
+                                {0, 0.25, 1, 1.5}, {0.25, 0.75, 5.5, 6.5}, {0.75, 1, 2.5, 3}}));
+  // The lists keep their longest length; the entry past the items is not read.
+  EXPECT_EQ(load.RD1.Num(), 4);
+  EXPECT_EQ(load.PairObj.dist.Num(), 5);
+  // A second sort adds the items again onto the stations of the first.
+  load.SortLoadFrameDistributed(kMetre);
+  EXPECT_EQ(PiecesOf(load), (std::vector<Piece>{
+                                {0, 0.25, 2, 3}, {0.25, 0.75, 11, 13}, {0.75, 1, 5, 6}}));
+  EXPECT_EQ(load.RD1.Num(), 4);
 }
 
 TEST(VaskLoadFrameDistTest, OverlappingUniformLoadsBecomeThreePieces) {
@@ -277,6 +309,9 @@ VaskLoadFrameDistObj WithNarrowLoadedSpan() {
   VaskPairObj& pairs = load.PairObj;
   pairs.AddFirstPair();
   pairs.ItemNum = 4;
+  pairs.dist.Redim(4);
+  pairs.ValLeft.Redim(4);
+  pairs.ValRight.Redim(4);
   const std::vector<Station> stations = {{0, 0, 0}, {0.5, 0, 3}, {0.5000005, 3, 0}, {1, 0, 0}};
   for (int i = 1; i <= 4; ++i) {
     const Station& s = stations[static_cast<std::size_t>(i - 1)];

@@ -1,5 +1,6 @@
 #include "store/record.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -236,9 +237,32 @@ void ByteMatrix::Reshape(std::vector<Bound> bounds) {
   stale_ = true;
 }
 
+bool ByteMatrix::OnlyFirstHighMoves(const std::vector<Bound>& bounds) const {
+  if (bounds.empty() || bounds.size() != bounds_.size()) return false;
+  if (bounds[0].low != bounds_[0].low) return false;
+  for (std::size_t d = 1; d < bounds.size(); ++d) {
+    if (bounds[d].low != bounds_[d].low || bounds[d].high != bounds_[d].high) return false;
+  }
+  return true;
+}
+
 void ByteMatrix::ReshapeKeeping(std::vector<Bound> bounds) {
   if (stale_) {
     Reshape(std::move(bounds));
+    return;
+  }
+  if (OnlyFirstHighMoves(bounds)) {
+    // The first index varies slowest, so the elements of the old shape are the leading
+    // bytes of the new one: rows are appended (zero) or dropped at the end and nothing
+    // moves. The storage grows by half again when it must grow, so a list that gains a
+    // few rows at a time (the structure frames, one per group) copies its matrix a
+    // logarithmic number of times instead of once per growth.
+    bounds_ = std::move(bounds);
+    const std::size_t size = ElementCount() * element_size_;
+    if (size > data_.capacity()) {
+      data_.reserve(std::max(size, data_.capacity() + data_.capacity() / 2));
+    }
+    data_.resize(size, 0);
     return;
   }
   const std::vector<Bound> old_bounds = bounds_;

@@ -150,7 +150,10 @@ class ByteMatrix {
 
   // New bounds; every element becomes zero.
   void Reshape(std::vector<Bound> bounds);
-  // New bounds; elements inside both the old and the new bounds keep their values.
+  // New bounds; elements inside both the old and the new bounds keep their values and
+  // every other element is zero. When only the upper bound of the first index changes,
+  // the storage is extended or cut in place (and grows geometrically), so repeated growth
+  // by a few rows costs time linear in the final size.
   void ReshapeKeeping(std::vector<Bound> bounds);
 
   std::span<std::uint8_t> At(std::initializer_list<std::int32_t> index);
@@ -163,6 +166,7 @@ class ByteMatrix {
  private:
   std::size_t Offset(std::initializer_list<std::int32_t> index) const;
   std::size_t ElementCount() const;
+  bool OnlyFirstHighMoves(const std::vector<Bound>& bounds) const;
   void Materialise() const;
 
   std::uint32_t element_size_;

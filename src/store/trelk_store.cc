@@ -315,6 +315,9 @@ std::int32_t TrelkStore::AddTrelkFrame() {
                                                         {1, Nodes.Capacity()}};
     const std::vector<ByteMatrix::Bound> elem_bounds = {{1, Frames.Capacity()},
                                                         {0, Elems.Capacity()}};
+    // Only the frame bound grows here, which the flag matrices take in place: with one
+    // frame per group and ten more rows at each growth, remaking them every time would
+    // cost the square of the number of groups.
     if (first) {
       FrameNodeFlag.Reshape(node_bounds);
       FrameElemFlag.Reshape(elem_bounds);

@@ -230,6 +230,35 @@ TEST(TrelkStore, FrameFlagsKeepTheirContentsAfterTheFirstGrowth) {
   EXPECT_EQ(store.FrameElemFlag.Get({1, 0})[0], 1);
 }
 
+TEST(TrelkStore, FrameFlagsOfEveryFrameSurviveManyGrowths) {
+  TrelkStore store = FreshStore();
+  for (int n = 1; n <= 60; ++n) store.AddTrelkNode();
+  const std::int32_t nodes = store.Nodes.Capacity();
+  const std::int32_t elems = store.Elems.Capacity();
+  for (std::int32_t t = 1; t <= 45; ++t) {
+    EXPECT_EQ(store.AddTrelkFrame(), t);
+    store.FrameNodeFlag.At({t, t})[0] = 1;
+    store.FrameElemFlag.At({t, t % 2})[0] = 1;
+  }
+  // Capacities 11, 22, 33, 44 and 55: four growths after the first.
+  EXPECT_EQ(store.Frames.Capacity(), 55);
+  EXPECT_EQ(store.FrameNodeFlag.Bounds()[0].high, 55);
+  EXPECT_EQ(store.FrameNodeFlag.Bounds()[1].high, nodes);
+  EXPECT_EQ(store.FrameElemFlag.Bounds()[0].high, 55);
+  EXPECT_EQ(store.FrameElemFlag.Bounds()[1].low, 0);
+  EXPECT_EQ(store.FrameElemFlag.Bounds()[1].high, elems);
+  for (std::int32_t t = 1; t <= 45; ++t) {
+    EXPECT_EQ(store.FrameNodeFlag.Get({t, t})[0], 1) << t;
+    EXPECT_EQ(store.FrameNodeFlag.Get({t, t + 1})[0], 0) << t;
+    EXPECT_EQ(store.FrameElemFlag.Get({t, t % 2})[0], 1) << t;
+    EXPECT_EQ(store.FrameElemFlag.Get({t, 1 - t % 2})[0], 0) << t;
+  }
+  for (std::int32_t t = 46; t <= 55; ++t) {
+    EXPECT_EQ(store.FrameNodeFlag.Get({t, t})[0], 0) << t;
+    EXPECT_EQ(store.FrameElemFlag.Get({t, 0})[0], 0) << t;
+  }
+}
+
 TEST(NameWithSuffix, PrefixAndTrimmedLabel) {
   EXPECT_EQ(NameWithSuffix("XecBmS-", "  W14X90 ", 0), "XecBmS-W14X90");
 }
