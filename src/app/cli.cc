@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -12,6 +13,7 @@
 #include "app/readback_commands.h"
 #include "app/progress.h"
 #include "app/rule_text.h"
+#include "app/structure_view.h"
 #include "app/summary.h"
 #include "app/terminal.h"
 #include "hosts/json_model_host.h"
@@ -232,6 +234,22 @@ int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& e
       ->required()
       ->check(CLI::ExistingDirectory);
 
+  std::string view_input;
+  std::string view_out;
+  std::vector<std::string> view_kinds;
+  CLI::App* view = app.add_subcommand(
+      "view",
+      "Draw a structure as an SVG picture that any browser opens: the elements coloured by "
+      "element group with a legend, the supports, the diaphragm nodes and the drift pair. A "
+      "model file is transferred into a temporary folder first.");
+  view->add_option("input", view_input, "A structure folder or a model file.")
+      ->required()
+      ->check(CLI::ExistingPath);
+  view->add_option("--out", view_out, "The SVG file to write.")->required();
+  view->add_option("--view", view_kinds,
+                   "iso, plan, xz or yz; several give panels side by side. Default: iso.")
+      ->check(CLI::IsMember({"iso", "plan", "xz", "yz"}));
+
   try {
     app.parse(argc, argv);
   } catch (const CLI::CallForHelp& e) {
@@ -254,6 +272,7 @@ int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& e
   }
   if (dump->parsed()) return RunDumpCommand(dump_path, dump_json, out, err);
   if (check->parsed()) return RunCheckCommand(check_folder, out, err);
+  if (view->parsed()) return RunViewCommand(view_input, view_out, view_kinds, out, err);
   if (transfer->parsed()) return RunTransferCommand(options, out, err, err_is_terminal);
   return exit_status::kUsage;
 }
