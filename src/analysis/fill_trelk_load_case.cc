@@ -347,16 +347,22 @@ void FillTrelkLoadCases(HostModel& host, VaskModelObj& model, TrelkStore& store,
       int steps = 0;
       double step_size = 0.0;
       host.GetHistoryTimeStep(name, steps, step_size);
+      if (!directions)
+        model.NoteDrop("load case", name, "a history case without an acceleration in U1, U2 or U3");
       if (!directions) continue;
       ++dynamic_count;
       if (dynamic_count < kDynamicCaseCountLimit) {
         const std::int32_t number = store.AddDynamicCase();
         FillDynamicCase(store, model, number, name, context.records_subfolder, *directions,
                         steps, step_size);
+      } else {
+        model.NoteDrop("load case", name, "beyond the 19 dynamic cases a structure takes");
       }
       last_history = name;
       continue;
     }
+    if (type != kCaseNonlinearStatic)
+      model.NoteDrop("load case", name, "neither a nonlinear static nor a nonlinear history case");
     if (type != kCaseNonlinearStatic) continue;
 
     int control = 0, displacement_type = 0, monitored_dof = 0;
@@ -371,15 +377,23 @@ void FillTrelkLoadCases(HostModel& host, VaskModelObj& model, TrelkStore& store,
     count = Bounded(count, std::min({types.size(), names.size(), factors.size()}));
 
     if (control == kControlForce) {
+      if (store.GravityCases.Count() >= kMaxGravityCases)
+        model.NoteDrop("load case", name, "beyond the 20 gravity cases a structure takes");
       if (store.GravityCases.Count() >= kMaxGravityCases) continue;
       const auto entries = GravityEntries(model, count, types, names, factors);
       FillGravityCase(store, store.AddGravityCase(), name, entries);
     } else if (control == kControlDisplacement) {
+      if (store.PushoverCases.Count() >= kMaxPushoverCases)
+        model.NoteDrop("load case", name, "beyond the 20 pushover cases a structure takes");
       if (store.PushoverCases.Count() >= kMaxPushoverCases) continue;
       const auto loads = PushoverEntries(model, name, count, types, names, factors);
+      if (!loads)
+        model.NoteDrop("load case", name, "a pushover case without a Load, Mode or Accel load");
       if (!loads) continue;
       FillPushoverCase(store, store.AddPushoverCase(), name, loads->loads, loads->modes,
                        loads->on_modes, monitored_dof);
+    } else {
+      model.NoteDrop("load case", name, "a static case neither force- nor displacement-controlled");
     }
   }
 

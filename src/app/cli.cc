@@ -15,6 +15,7 @@
 #include "app/rule_text.h"
 #include "app/structure_view.h"
 #include "app/summary.h"
+#include "app/transfer_report.h"
 #include "app/terminal.h"
 #include "hosts/json_model_host.h"
 #include "store/text_encoding.h"
@@ -53,6 +54,7 @@ struct TransferOptions {
   std::string trelk_path;  // empty: the data folder of the chosen version
   bool embed_beam = false;  // read by nothing: embedded beams follow from the model alone
   bool quiet = false;
+  std::string report;  // empty: no report
 };
 
 std::string WithoutTrailingSpaces(std::string text) {
@@ -82,6 +84,12 @@ int RunTransferCommand(const TransferOptions& options, std::ostream& out, std::o
   if (ToWindows1252(options.name).size() > 12) {
     err << "Error : the structure name \"" << options.name
         << "\" is too long: a structure name has at most 12 characters.\n";
+    return exit_status::kUsage;
+  }
+
+  if (!options.report.empty() && !IsReportFileName(options.report)) {
+    err << "Error : the report file \"" << options.report
+        << "\" must end in .md (Markdown) or .json.\n";
     return exit_status::kUsage;
   }
 
@@ -136,6 +144,11 @@ int RunTransferCommand(const TransferOptions& options, std::ostream& out, std::o
   TransferProgress progress;
   if (bar) AttachProgressBar(progress, *bar);
   progress.on_record_file = [&record_files](std::string_view) { ++record_files; };
+  TransferReport report;
+  report.model = options.model;
+  if (!options.report.empty()) {
+    progress.on_drop = [&report](const DropNote& note) { report.Note(note); };
+  }
 
   TrelkStore store;
   TransformOutcome outcome = TransformOutcome::NoModel;
@@ -154,11 +167,18 @@ int RunTransferCommand(const TransferOptions& options, std::ostream& out, std::o
     case TransformOutcome::EmptyModel: return exit_status::kEmptyModel;
     case TransformOutcome::Complete: break;
   }
+  const std::string records =
+      JoinFolder(JoinFolder(trelk_path, "Records"), std::string(kEqkeGroupName));
   if (!options.quiet) {
-    const std::string records =
-        JoinFolder(JoinFolder(trelk_path, "Records"), std::string(kEqkeGroupName));
     PrintStructureSummary(out, SummariseStructure(store, record_files, records));
     out.flush();
+  }
+  if (!options.report.empty()) {
+    report.summary = SummariseStructure(store, record_files, records);
+    if (!WriteTransferReport(options.report, report)) {
+      err << "Error : cannot write the report \"" << options.report << "\".\n";
+      return exit_status::kUsage;
+    }
   }
   return exit_status::kComplete;
 }
@@ -206,6 +226,10 @@ int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& e
                      "Embed beams in shells. Accepted for scripts written for the transfer "
                      "form: embedded beams are made whenever the model calls for them, so the "
                      "output is the same with or without it.");
+  transfer->add_option("--report", options.report,
+                       "Also write a report of what went in and of every object the rules "
+                       "left out, with the reason: Markdown for a FILE ending in .md, JSON "
+                       "for .json. The structure files are the same with or without it.");
   transfer->add_flag("-q,--quiet", options.quiet,
                      "No progress bar and no summary; messages are still shown.");
 

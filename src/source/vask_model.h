@@ -22,6 +22,7 @@
 #include <string_view>
 #include <vector>
 
+#include "source/drop_note.h"
 #include "source/host_model.h"
 #include "source/vask_area.h"
 #include "source/vask_coincident_points.h"
@@ -284,8 +285,16 @@ class VaskModelObj {
   // stays for the functions after it.
   void ReadVaskTHFunc();
 
+  // ---- Objects left out ----
+  // Told of every host object that a rule leaves out; none by default.
+  void SetDropObserver(DropObserver observer) { dropObserver_ = std::move(observer); }
+  void NoteDrop(std::string kind, std::string name, std::string reason) const {
+    if (dropObserver_) dropObserver_({std::move(kind), std::move(name), std::move(reason)});
+  }
+
  private:
   RecordFileWriter recordFileWriter_;
+  DropObserver dropObserver_;
   // ---- end of time-history stage ----
 
   // Stage 25: reads nothing. It keeps its place so that the stage numbers stay those that

@@ -129,11 +129,16 @@ void VaskModelObj::ReadAreas() {
     host_.GetAreaSection(name, section);
     if (host_.GetAreaSectionType(section, sectionType) != 0 ||
         sectionType != kAreaSectionShell) {
+      NoteDrop("area", name, "its section \"" + section + "\" is not a shell section");
       continue;
     }
     host_.GetShellSection(section, shellType, drillingDof, material, materialAngle, membrane,
                           bending);
-    if (shellType != kShellThin && shellType != kShellLayered) continue;
+    if (shellType != kShellThin && shellType != kShellLayered) {
+      NoteDrop("area", name,
+               "its shell type " + std::to_string(shellType) + " is neither thin nor layered");
+      continue;
+    }
     host_.GetAreaPoints(name, pointCount, points);
     const int numPoints = std::min(pointCount, static_cast<int>(points.size()));
 
@@ -167,6 +172,9 @@ void VaskModelObj::ReadAreas() {
       addArea(name, section, {of(p3), of(*m31), of(*c), of(*m23)});
     }
     // Areas of any other number of points are not transferred.
+    if (numPoints != 3 && numPoints != 4)
+      NoteDrop("area", name,
+               std::to_string(numPoints) + " nodes; only areas of 3 or 4 nodes are taken");
   }
 
   for (int i = 1; i <= AreaNum(); ++i) NormaliseAreaNodes(*AreaObj(i));

@@ -47,11 +47,17 @@ void VaskModelObj::ReadConstraints() {
     const std::string& name = names[static_cast<std::size_t>(i)];
     int type = 0;
     host_.GetConstraintType(name, type);
-    if (type != host_code::kConstraintDiaphragm) continue;
+    if (type != host_code::kConstraintDiaphragm) {
+      NoteDrop("constraint", name, "not a diaphragm");
+      continue;
+    }
     int axis = 0;
     std::string csys;
     host_.GetDiaphragmData(name, axis, csys);
-    if (axis != kDiaphragmAxisZ && axis != kDiaphragmAxisAutomatic) continue;
+    if (axis != kDiaphragmAxisZ && axis != kDiaphragmAxisAutomatic) {
+      NoteDrop("diaphragm", name, "its normal is not along Z");
+      continue;
+    }
     const auto found = assignments_of.find(name);
     if (found == assignments_of.end()) continue;
     for (int a : found->second) {
@@ -70,6 +76,8 @@ void VaskModelObj::ReadConstraints() {
   }
   // 4. A diaphragm that holds a node supported in U1, U2 or R3 goes whole.
   for (int i = ConstraintNum(); i >= 1; --i) {
+    if (HoldsSupportXY(*ConstraintObj(i)))
+      NoteDrop("diaphragm", ConstraintObj(i)->Label, "it holds a node supported in U1, U2 or R3");
     if (HoldsSupportXY(*ConstraintObj(i))) ConstraintRemove(i);
   }
   // 5. Numbers.

@@ -76,7 +76,10 @@ void VaskModelObj::ReadFrames() {
     const std::string& name = names[static_cast<std::size_t>(i)];
     host_.GetFrameSection(name, section, autoSelect);
     // A frame over a section that stage 2 left out does not exist for the transfer.
-    if (PropFrameSectObjGet(section) == nullptr) continue;
+    if (PropFrameSectObjGet(section) == nullptr) {
+      NoteDrop("frame", name, "its section \"" + section + "\" was not taken");
+      continue;
+    }
     host_.GetFramePoints(name, pointI, pointJ);
     VaskFrameObj& frame = *AddFrame();
     frame.Label = name;
@@ -124,6 +127,9 @@ void VaskModelObj::ReadFrameReleases() {
     host_.GetFrameReleases(frame.Label, releaseI, releaseJ, startValues, endValues);
     if (AnyReleased(releaseI)) frame.ReleaseIObj = sharedPattern(releaseI);
     if (AnyReleased(releaseJ)) frame.ReleaseJObj = sharedPattern(releaseJ);
+    if (releaseI[4] || releaseJ[4])
+      NoteDrop("release", frame.Label,
+               "a moment release about the local 2 axis (M2) is not carried");
   }
 }
 
@@ -175,6 +181,10 @@ void VaskModelObj::ClassifyFrames() {
     }
     // Without a material the frame keeps its initial material and concrete types.
     const VaskPropMaterialObj* material = section->PropMatObj;
+    if (material == nullptr)
+      NoteDrop("frame", frame.Label,
+               "the material of its section \"" + section->Label +
+                   "\" was not taken: neither steel nor concrete");
     if (material == nullptr) continue;
     switch (material->MatType) {
       case host_code::kMaterialSteel:
@@ -185,6 +195,7 @@ void VaskModelObj::ClassifyFrames() {
         break;
       default:
         frame.TrelkMatType = 3;
+        NoteDrop("frame", frame.Label, "its material is neither steel nor concrete");
         break;
     }
     // Only a rectangular concrete section carries the rebar design type that tells a
@@ -230,6 +241,8 @@ void VaskModelObj::ReadFrameHinges() {
         frame.HingeJ = true;
         frame.HingeTypeJ = kind;
       }
+      if (r >= kHingeAtIBelow && r < kHingeAtJFrom)
+        NoteDrop("hinge", frame.Label, "in the middle third of the frame");
     }
   }
 }

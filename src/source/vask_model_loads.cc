@@ -54,6 +54,13 @@ bool IsCarriedFrameLoad(int myType, const std::string& csys, int dir) {
   return myType == kFrameLoadForce && IsGlobalLoadCSys(csys) && IsCarriedDirection(dir);
 }
 
+// Why a load item is not taken, for the report of what was left out.
+std::string LoadDropReason(int myType, const std::string& csys, int dir) {
+  if (myType != kFrameLoadForce) return "a moment load";
+  if (!IsGlobalLoadCSys(csys)) return "in the local system \"" + csys + "\"";
+  return "direction " + std::to_string(dir) + " is not carried";
+}
+
 VaskLoadFrameDistObj* FindLoadFrameDistributed(const VaskFrameObj& frame,
                                                 const std::string& pattern, int loadType,
                                                 const std::string& csys) {
@@ -90,7 +97,8 @@ VaskLoadFramePointObj& LoadFramePointFor(VaskFrameObj& frame, const std::string&
 // that `unitLength` gives. A piece shorter than 1e-6 is a point load of its start value at
 // its start.
 template <class UnitLength>
-void ReadLoadFrameDistributed(HostModel& host, VaskFrameObj& frame, UnitLength& unitLength) {
+void ReadLoadFrameDistributed(HostModel& host, VaskFrameObj& frame, UnitLength& unitLength,
+                              const VaskModelObj& model) {
   int count = 0;
   Names frameNames;
   Names patterns;
@@ -110,7 +118,11 @@ void ReadLoadFrameDistributed(HostModel& host, VaskFrameObj& frame, UnitLength& 
   for (int i = 0; i < num; ++i) {
     // Asked as for every load; the answer decides nothing here.
     host.GetLoadPatternType(patterns[At(i)], patternType);
-    if (!IsCarriedFrameLoad(myTypes[At(i)], csys[At(i)], dirs[At(i)])) continue;
+    if (!IsCarriedFrameLoad(myTypes[At(i)], csys[At(i)], dirs[At(i)])) {
+      model.NoteDrop("frame distributed load", frame.Label + " (" + patterns[At(i)] + ")",
+                     LoadDropReason(myTypes[At(i)], csys[At(i)], dirs[At(i)]));
+      continue;
+    }
     if (std::abs(rd1[At(i)] - rd2[At(i)]) >= kSmall) {
       VaskLoadFrameDistObj* load =
           FindLoadFrameDistributed(frame, patterns[At(i)], myTypes[At(i)], csys[At(i)]);
@@ -135,7 +147,7 @@ void ReadLoadFrameDistributed(HostModel& host, VaskFrameObj& frame, UnitLength& 
 
 // The point loads of one frame, joined to those that stage 11 found; every point object of
 // the frame is sorted afterwards.
-void ReadLoadFramePoint(HostModel& host, VaskFrameObj& frame) {
+void ReadLoadFramePoint(HostModel& host, VaskFrameObj& frame, const VaskModelObj& model) {
   int count = 0;
   Names frameNames;
   Names patterns;
@@ -151,7 +163,11 @@ void ReadLoadFramePoint(HostModel& host, VaskFrameObj& frame) {
   int patternType = 0;
   for (int i = 0; i < num; ++i) {
     host.GetLoadPatternType(patterns[At(i)], patternType);
-    if (!IsCarriedFrameLoad(myTypes[At(i)], csys[At(i)], dirs[At(i)])) continue;
+    if (!IsCarriedFrameLoad(myTypes[At(i)], csys[At(i)], dirs[At(i)])) {
+      model.NoteDrop("frame point load", frame.Label + " (" + patterns[At(i)] + ")",
+                     LoadDropReason(myTypes[At(i)], csys[At(i)], dirs[At(i)]));
+      continue;
+    }
     LoadFramePointFor(frame, frameNames[At(i)], patterns[At(i)], csys[At(i)])
         .AddLoadFramePoint(dirs[At(i)], relDist[At(i)], val[At(i)]);
   }
@@ -222,6 +238,9 @@ void VaskModelObj::ReadLoadNodes() {
     for (int i = 0; i < num; ++i) {
       host_.GetLoadPatternType(patterns[At(i)], type);
       taken[At(i)] = IsGlobalLoadCSys(csys[At(i)]) && IsLoadPatternDeadOrLive(type);
+      if (!taken[At(i)])
+        NoteDrop("nodal load", pointNames[At(i)] + " (" + patterns[At(i)] + ")",
+                 "in the local system \"" + csys[At(i)] + "\"");
       anyTaken = anyTaken || taken[At(i)];
     }
     if (!anyTaken) continue;
@@ -239,12 +258,12 @@ void VaskModelObj::ReadFramesLoadDistributed() {
   // The sorting works in the length unit of the structure.
   const auto unitLength = [this] { return PresentUnits().UnitLength; };
   for (int i = 1; i <= FrameNum(); ++i) {
-    ReadLoadFrameDistributed(host_, *FrameObj(i), unitLength);
+    ReadLoadFrameDistributed(host_, *FrameObj(i), unitLength, *this);
   }
 }
 
 void VaskModelObj::ReadFramesLoadPoint() {
-  for (int i = 1; i <= FrameNum(); ++i) ReadLoadFramePoint(host_, *FrameObj(i));
+  for (int i = 1; i <= FrameNum(); ++i) ReadLoadFramePoint(host_, *FrameObj(i), *this);
 }
 
 void VaskModelObj::CheckLoadFramePoint() {
@@ -296,7 +315,12 @@ void VaskModelObj::ReadLoadAreas() {
         host_.GetLoadPatternType(loads.patterns[At(i)], type);
         rejected = IsAreaLoadRejected(type, loads.csys[At(i)], loads.dirs[At(i)]);
       }
-      if (rejected) continue;
+      if (rejected) {
+        NoteDrop("area load", label,
+                 "a load in a local system or an unsupported direction costs the area every load "
+                 "of its kind");
+        continue;
+      }
       VaskLoadAreaObj& areaLoads = *AddLoadArea();
       for (int i = 0; i < loads.num; ++i) {
         areaLoads.SetLoadArea(label, loads.patterns[At(i)], loads.csys[At(i)], loads.dirs[At(i)],

@@ -77,6 +77,7 @@ void VaskModelObj::ReadPropMaterials() {
     host_.GetMaterialType(name, type, symmetry);
     if (type != host_code::kMaterialConcrete && type != host_code::kMaterialSteel &&
         type != host_code::kMaterialRebar) {
+      NoteDrop("material", name, "neither concrete, steel nor rebar");
       continue;
     }
     VaskPropMaterialObj& mat = *AddPropMaterial();

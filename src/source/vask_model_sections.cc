@@ -86,7 +86,10 @@ void VaskModelObj::ReadPropFrameSections() {
     host_.GetFrameSectionProperties(name, area, as2, as3, torsion, i22, i33, s22, s33,
                                     firstPlasticModulus, secondPlasticModulus, r22, r33);
     int type = 0;
-    if (host_.GetFrameSectionType(name, type) != 0 || type < 1) continue;
+    if (host_.GetFrameSectionType(name, type) != 0 || type < 1) {
+      NoteDrop("frame section", name, "its section type is unknown");
+      continue;
+    }
 
     VaskPropFrameSectObj& section = *AddPropFrameSect();
     section.Label = name;
@@ -125,7 +128,10 @@ void VaskModelObj::ReadPropAreaSections() {
     const std::string& name = names[static_cast<std::size_t>(i)];
     int type = 0;
     host_.GetAreaSectionType(name, type);
-    if (type != kAreaSectionShell) continue;
+    if (type != kAreaSectionShell) {
+      NoteDrop("area section", name, "not a shell section");
+      continue;
+    }
     int shellType = 0;
     bool drillingDof = false;
     std::string material;

@@ -142,7 +142,10 @@ void VaskModelObj::ReadVaskTHFunc() {
     int kind = 0;
     // A kind without a reading of its own keeps the status of this call.
     int status = host_.GetFunctionType(name, family, kind);
-    if (family != kTimeHistoryFamily) continue;
+    if (family != kTimeHistoryFamily) {
+      NoteDrop("function", name, "not a time-history function");
+      continue;
+    }
 
     FunctionPoints points;
     switch (kind) {
@@ -214,7 +217,10 @@ void VaskModelObj::ReadVaskTHFunc() {
         break;
     }
     // A kind the host could not answer is left out altogether.
-    if (status != 0) continue;
+    if (status != 0) {
+      NoteDrop("function", name, "the host could not give its points");
+      continue;
+    }
 
     double tmax = kNoTime;
     for (int i = 1; i <= points.Count(); ++i) {

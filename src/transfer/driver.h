@@ -13,6 +13,8 @@
 #include <string>
 #include <string_view>
 
+#include "source/drop_note.h"
+
 namespace vtt {
 
 class HostModel;
@@ -29,6 +31,9 @@ struct TransferProgress {
   // function's name; not for a function whose file could not be written (a message has
   // said so).
   std::function<void(std::string_view function_name)> on_record_file;
+  // Told of every host object that the transfer leaves out, with the reason; the run and
+  // its files are the same with or without it.
+  std::function<void(const DropNote&)> on_drop;
 };
 
 // Everything one run works on.
