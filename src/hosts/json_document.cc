@@ -1,6 +1,7 @@
 #include "hosts/json_document.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <iterator>
 #include <limits>
@@ -253,9 +254,331 @@ class JsonTreeBuilder {
   std::string errorMessage_;
 };
 
+// Reads the usual model file straight from its buffer, with no per-character bookkeeping:
+// a value's offset is simply where its first character stands. It takes only what it is
+// sure the full reader below takes with the same result, and gives up (returns false) at
+// anything else: bad syntax, but also rare valid forms such as integers of more than 18
+// digits or numbers that underflow. The full reader then reads the text from the start, so
+// what it accepts and every message it gives, with the offset and the JSON path, stay
+// exactly as they are.
+class DirectTreeReader {
+ public:
+  DirectTreeReader(std::string_view text, JsonDocument& document)
+      : begin_(text.data()), at_(text.data()), end_(text.data() + text.size()),
+        nodes_(document.nodes_), items_(document.items_), pool_(document.pool_) {}
+
+  bool Read() {
+    Reserve();
+    if (end_ - at_ >= 3 && std::string_view(at_, 3) == "\xEF\xBB\xBF") at_ += 3;
+    SkipWhitespace();
+    if (!ReadValue()) return false;
+    while (!open_.empty()) {
+      const OpenContainer& container = open_.back();
+      const bool isArray = nodes_[container.node].kind == JsonKind::Array;
+      const bool empty = pending_.size() == container.firstPending;
+      SkipWhitespace();
+      if (at_ == end_) return false;
+      if (*at_ == (isArray ? ']' : '}')) {
+        ++at_;
+        Close();
+        continue;
+      }
+      if (!empty) {
+        if (*at_ != ',') return false;
+        ++at_;
+        SkipWhitespace();
+      }
+      if (!isArray) {
+        if (at_ == end_ || *at_ != '"') return false;
+        const std::uint32_t key = NewNode(JsonKind::String);
+        if (!ReadString(key)) return false;
+        pending_.push_back(key);
+        SkipWhitespace();
+        if (at_ == end_ || *at_ != ':') return false;
+        ++at_;
+        SkipWhitespace();
+      }
+      if (!ReadValue()) return false;
+    }
+    SkipWhitespace();
+    return at_ == end_;
+  }
+
+ private:
+  struct OpenContainer {
+    std::uint32_t node;
+    std::size_t firstPending;
+  };
+
+  // Every node but the root follows a ',', ':', '[' or '{' (a key, one of the first two or
+  // a '{'); counting those characters bounds the nodes and items closely (the count also
+  // takes the few inside strings), so the tables are made once instead of being copied
+  // as they grow through a document of many megabytes.
+  void Reserve() {
+    std::size_t marks = 0;
+    for (const char* p = at_; p != end_; ++p) {
+      marks += static_cast<std::size_t>(*p == ',') + static_cast<std::size_t>(*p == ':') +
+               static_cast<std::size_t>(*p == '[') + static_cast<std::size_t>(*p == '{');
+    }
+    nodes_.reserve(marks + 1);
+    items_.reserve(marks);
+  }
+
+  void SkipWhitespace() {
+    while (at_ != end_ && (*at_ == ' ' || *at_ == '\n' || *at_ == '\r' || *at_ == '\t')) ++at_;
+  }
+
+  static bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+  std::uint32_t NewNode(JsonKind kind) {
+    JsonNode& node = nodes_.emplace_back();
+    node.kind = kind;
+    node.offset = static_cast<std::uint32_t>(at_ - begin_);
+    return static_cast<std::uint32_t>(nodes_.size() - 1);
+  }
+
+  std::uint32_t AddNode(JsonKind kind) {
+    const std::uint32_t node = NewNode(kind);
+    if (!open_.empty()) pending_.push_back(node);
+    return node;
+  }
+
+  bool ReadWord(std::string_view word, JsonKind kind) {
+    if (static_cast<std::size_t>(end_ - at_) < word.size() ||
+        std::string_view(at_, word.size()) != word) {
+      return false;
+    }
+    AddNode(kind);
+    at_ += word.size();
+    return true;
+  }
+
+  // At the first character of a value; containers are opened, not read.
+  bool ReadValue() {
+    if (at_ == end_) return false;
+    switch (*at_) {
+      case '{':
+      case '[': {
+        if (open_.size() >= JsonDocument::kMaxDepth) return false;
+        const std::uint32_t node = AddNode(*at_ == '{' ? JsonKind::Object : JsonKind::Array);
+        open_.push_back(OpenContainer{node, pending_.size()});
+        ++at_;
+        return true;
+      }
+      case '"':
+        return ReadString(AddNode(JsonKind::String));
+      case 't':
+        return ReadWord("true", JsonKind::True);
+      case 'f':
+        return ReadWord("false", JsonKind::False);
+      case 'n':
+        return ReadWord("null", JsonKind::Null);
+      default:
+        return ReadNumber();
+    }
+  }
+
+  bool ReadNumber() {
+    const char* start = at_;
+    const char* p = at_;
+    const bool negative = *p == '-';
+    if (negative) ++p;
+    if (p == end_) return false;
+    if (*p == '0') {
+      ++p;
+    } else if (*p >= '1' && *p <= '9') {
+      while (p != end_ && IsDigit(*p)) ++p;
+    } else {
+      return false;
+    }
+    const char* integerEnd = p;
+    bool real = false;
+    if (p != end_ && *p == '.') {
+      ++p;
+      if (p == end_ || !IsDigit(*p)) return false;
+      while (p != end_ && IsDigit(*p)) ++p;
+      real = true;
+    }
+    if (p != end_ && (*p == 'e' || *p == 'E')) {
+      ++p;
+      if (p != end_ && (*p == '+' || *p == '-')) ++p;
+      if (p == end_ || !IsDigit(*p)) return false;
+      while (p != end_ && IsDigit(*p)) ++p;
+      real = true;
+    }
+    double value = 0;
+    if (real) {
+      // Correctly rounded, as the full reader's conversion is; out of range is left to it.
+      const auto [stop, error] = std::from_chars(start, p, value);
+      if (error != std::errc() || stop != p || !std::isfinite(value)) return false;
+    } else {
+      const char* digits = negative ? start + 1 : start;
+      if (integerEnd - digits > 18) return false;
+      std::uint64_t magnitude = 0;
+      for (const char* d = digits; d != integerEnd; ++d) {
+        magnitude = magnitude * 10 + static_cast<std::uint64_t>(*d - '0');
+      }
+      // As the full reader: a negative integer through a signed one, so "-0" is 0.
+      value = negative ? static_cast<double>(-static_cast<std::int64_t>(magnitude))
+                       : static_cast<double>(magnitude);
+    }
+    const std::uint32_t node = AddNode(real ? JsonKind::Real : JsonKind::Integer);
+    nodes_[node].number = value;
+    at_ = p;
+    return true;
+  }
+
+  static int HexDigit(char c) {
+    if (c >= '0' && c <= '9') return c - '0';
+    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+    return -1;
+  }
+
+  // The four hex digits after "\u"; -1 if they are not.
+  int ReadCodeUnit() {
+    if (end_ - at_ < 6 || at_[0] != '\\' || at_[1] != 'u') return -1;
+    int unit = 0;
+    for (int i = 2; i < 6; ++i) {
+      const int digit = HexDigit(at_[i]);
+      if (digit < 0) return -1;
+      unit = unit * 16 + digit;
+    }
+    at_ += 6;
+    return unit;
+  }
+
+  void AppendCodePoint(std::uint32_t c) {
+    if (c < 0x80) {
+      pool_.push_back(static_cast<char>(c));
+    } else if (c < 0x800) {
+      pool_.push_back(static_cast<char>(0xC0 | (c >> 6)));
+      pool_.push_back(static_cast<char>(0x80 | (c & 0x3F)));
+    } else if (c < 0x10000) {
+      pool_.push_back(static_cast<char>(0xE0 | (c >> 12)));
+      pool_.push_back(static_cast<char>(0x80 | ((c >> 6) & 0x3F)));
+      pool_.push_back(static_cast<char>(0x80 | (c & 0x3F)));
+    } else {
+      pool_.push_back(static_cast<char>(0xF0 | (c >> 18)));
+      pool_.push_back(static_cast<char>(0x80 | ((c >> 12) & 0x3F)));
+      pool_.push_back(static_cast<char>(0x80 | ((c >> 6) & 0x3F)));
+      pool_.push_back(static_cast<char>(0x80 | (c & 0x3F)));
+    }
+  }
+
+  // The length of the well-formed UTF-8 character of more than one byte at `p`, or 0.
+  std::size_t Utf8Length(const char* p) const {
+    const auto byte = [&](std::size_t i) -> int {
+      return p + i < end_ ? static_cast<unsigned char>(p[i]) : -1;
+    };
+    const auto in = [](int b, int low, int high) { return b >= low && b <= high; };
+    const int b0 = byte(0);
+    if (in(b0, 0xC2, 0xDF)) return in(byte(1), 0x80, 0xBF) ? 2 : 0;
+    if (in(b0, 0xE0, 0xEF)) {
+      const int low = b0 == 0xE0 ? 0xA0 : 0x80;
+      const int high = b0 == 0xED ? 0x9F : 0xBF;
+      return in(byte(1), low, high) && in(byte(2), 0x80, 0xBF) ? 3 : 0;
+    }
+    if (in(b0, 0xF0, 0xF4)) {
+      const int low = b0 == 0xF0 ? 0x90 : 0x80;
+      const int high = b0 == 0xF4 ? 0x8F : 0xBF;
+      return in(byte(1), low, high) && in(byte(2), 0x80, 0xBF) && in(byte(3), 0x80, 0xBF) ? 4
+                                                                                          : 0;
+    }
+    return 0;
+  }
+
+  // At the opening quote; the text goes to the pool once, escapes resolved.
+  bool ReadString(std::uint32_t node) {
+    ++at_;
+    const std::size_t first = pool_.size();
+    const char* run = at_;
+    while (true) {
+      if (at_ == end_) return false;
+      const unsigned char c = static_cast<unsigned char>(*at_);
+      if (c == '"') break;
+      if (c < 0x20) return false;
+      if (c < 0x80 && c != '\\') {
+        ++at_;
+        continue;
+      }
+      if (c >= 0x80) {
+        const std::size_t length = Utf8Length(at_);
+        if (length == 0) return false;
+        at_ += length;
+        continue;
+      }
+      pool_.append(run, at_);
+      if (at_ + 1 == end_) return false;
+      const char escaped = at_[1];
+      char plain = 0;
+      switch (escaped) {
+        case '"': plain = '"'; break;
+        case '\\': plain = '\\'; break;
+        case '/': plain = '/'; break;
+        case 'b': plain = '\b'; break;
+        case 'f': plain = '\f'; break;
+        case 'n': plain = '\n'; break;
+        case 'r': plain = '\r'; break;
+        case 't': plain = '\t'; break;
+        case 'u': {
+          const int unit = ReadCodeUnit();
+          if (unit < 0 || (unit >= 0xDC00 && unit <= 0xDFFF)) return false;
+          std::uint32_t codePoint = static_cast<std::uint32_t>(unit);
+          if (unit >= 0xD800 && unit <= 0xDBFF) {
+            const int low = ReadCodeUnit();
+            if (low < 0xDC00 || low > 0xDFFF) return false;
+            codePoint = 0x10000 + ((static_cast<std::uint32_t>(unit) - 0xD800) << 10) +
+                        (static_cast<std::uint32_t>(low) - 0xDC00);
+          }
+          AppendCodePoint(codePoint);
+          run = at_;
+          continue;
+        }
+        default:
+          return false;
+      }
+      pool_.push_back(plain);
+      at_ += 2;
+      run = at_;
+    }
+    pool_.append(run, at_);
+    ++at_;
+    nodes_[node].first = static_cast<std::uint32_t>(first);
+    nodes_[node].count = static_cast<std::uint32_t>(pool_.size() - first);
+    return true;
+  }
+
+  void Close() {
+    const OpenContainer container = open_.back();
+    open_.pop_back();
+    JsonNode& node = nodes_[container.node];
+    node.first = static_cast<std::uint32_t>(items_.size());
+    const std::size_t entries = pending_.size() - container.firstPending;
+    node.count = static_cast<std::uint32_t>(node.kind == JsonKind::Object ? entries / 2 : entries);
+    items_.insert(items_.end(),
+                  pending_.begin() + static_cast<std::ptrdiff_t>(container.firstPending),
+                  pending_.end());
+    pending_.resize(container.firstPending);
+  }
+
+  const char* begin_;
+  const char* at_;
+  const char* end_;
+  std::vector<JsonNode>& nodes_;
+  std::vector<std::uint32_t>& items_;
+  std::string& pool_;
+  std::vector<OpenContainer> open_;
+  std::vector<std::uint32_t> pending_;
+};
+
 JsonDocument JsonDocument::Parse(std::string_view text) {
   if (text.size() > kMaxTextSize) {
     throw JsonSyntaxError(0, "", "expected a text of at most 4 GiB");
+  }
+  {
+    JsonDocument document;
+    if (DirectTreeReader(text, document).Read()) return document;
   }
   JsonDocument document;
   std::size_t reached = 0;

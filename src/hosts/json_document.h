@@ -70,6 +70,7 @@ class JsonDocument {
 
  private:
   friend class JsonTreeBuilder;
+  friend class DirectTreeReader;
   std::vector<JsonNode> nodes_;
   std::vector<std::uint32_t> items_;  // arrays: item nodes; objects: key node, value node
   std::string pool_;

@@ -56,14 +56,6 @@ int ListNames(const std::vector<Item>& items, int& count, Names& names) {
   return kSucceeded;
 }
 
-template <class Item>
-std::unordered_map<std::string_view, std::size_t> IndexByName(const std::vector<Item>& items) {
-  std::unordered_map<std::string_view, std::size_t> index;
-  index.reserve(items.size());
-  // try_emplace keeps the first entry of a name that the file holds twice.
-  for (std::size_t i = 0; i < items.size(); ++i) index.try_emplace(items[i].name, i);
-  return index;
-}
 
 template <std::size_t N>
 Reals ToReals(const std::array<double, N>& values) {
@@ -125,6 +117,68 @@ double Distance(const Point& a, const Point& b) {
 
 }  // namespace
 
+std::uint32_t JsonModelHost::NameIndex::Hash(std::string_view name) {
+  // FNV-1a, folded: names are short and mostly differ in their last characters.
+  std::uint64_t hash = 14695981039346656037ull;
+  for (const char c : name) {
+    hash ^= static_cast<unsigned char>(c);
+    hash *= 1099511628211ull;
+  }
+  return static_cast<std::uint32_t>(hash ^ (hash >> 32));
+}
+
+void JsonModelHost::NameIndex::Reserve(std::size_t names) {
+  std::size_t size = 16;
+  while (size < 2 * names) size *= 2;
+  if (size <= slots_.size()) return;
+  std::vector<Slot> old = std::move(slots_);
+  slots_.assign(size, Slot{});
+  used_ = 0;
+  for (const Slot& slot : old) {
+    if (slot.position != kEmpty) Add(slot.name, slot.position);
+  }
+}
+
+void JsonModelHost::NameIndex::Grow() { Reserve(slots_.size()); }
+
+void JsonModelHost::NameIndex::Add(std::string_view name, std::size_t position) {
+  if (2 * (used_ + 1) > slots_.size()) Grow();
+  const std::uint32_t hash = Hash(name);
+  const std::size_t mask = slots_.size() - 1;
+  for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
+    Slot& slot = slots_[at];
+    if (slot.position == kEmpty) {
+      slot = Slot{name, hash, static_cast<std::uint32_t>(position)};
+      ++used_;
+      return;
+    }
+    if (slot.hash == hash && slot.name == name) return;
+  }
+}
+
+std::size_t JsonModelHost::NameIndex::Find(std::string_view name) const {
+  if (slots_.empty()) return kAbsent;
+  const std::uint32_t hash = Hash(name);
+  const std::size_t mask = slots_.size() - 1;
+  for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
+    const Slot& slot = slots_[at];
+    if (slot.position == kEmpty) return kAbsent;
+    if (slot.hash == hash && slot.name == name) return slot.position;
+  }
+}
+
+namespace {
+
+template <class Index, class Item>
+Index IndexByName(const std::vector<Item>& items) {
+  Index index;
+  index.Reserve(items.size());
+  for (std::size_t i = 0; i < items.size(); ++i) index.Add(items[i].name, i);
+  return index;
+}
+
+}  // namespace
+
 std::unique_ptr<JsonModelHost> JsonModelHost::FromFile(const std::filesystem::path& file) {
   const std::string text = model_file::ReadFileText(file);
   return FromText(text, file.string(), file.parent_path());
@@ -139,25 +193,25 @@ std::unique_ptr<JsonModelHost> JsonModelHost::FromText(std::string_view json,
 
 JsonModelHost::JsonModelHost(model_file::Model model)
     : model_(std::move(model)),
-      pointIndex_(IndexByName(model_.points)),
-      frameIndex_(IndexByName(model_.frames)),
-      areaIndex_(IndexByName(model_.areas)),
-      materialIndex_(IndexByName(model_.materials)),
-      frameSectionIndex_(IndexByName(model_.frameSections)),
-      areaSectionIndex_(IndexByName(model_.areaSections)),
-      constraintIndex_(IndexByName(model_.constraints)),
-      functionIndex_(IndexByName(model_.functions)),
-      groupIndex_(IndexByName(model_.groups)),
-      caseIndex_(IndexByName(model_.loadCases)),
-      patternIndex_(IndexByName(model_.loadPatterns)) {
+      pointIndex_(IndexByName<NameIndex>(model_.points)),
+      frameIndex_(IndexByName<NameIndex>(model_.frames)),
+      areaIndex_(IndexByName<NameIndex>(model_.areas)),
+      materialIndex_(IndexByName<NameIndex>(model_.materials)),
+      frameSectionIndex_(IndexByName<NameIndex>(model_.frameSections)),
+      areaSectionIndex_(IndexByName<NameIndex>(model_.areaSections)),
+      constraintIndex_(IndexByName<NameIndex>(model_.constraints)),
+      functionIndex_(IndexByName<NameIndex>(model_.functions)),
+      groupIndex_(IndexByName<NameIndex>(model_.groups)),
+      caseIndex_(IndexByName<NameIndex>(model_.loadCases)),
+      patternIndex_(IndexByName<NameIndex>(model_.loadPatterns)) {
   BuildConnectivity();
 }
 
 template <class Item>
 const Item* JsonModelHost::Find(const std::vector<Item>& items, const NameIndex& index,
                                 const std::string& name) const {
-  const auto found = index.find(name);
-  return found == index.end() ? nullptr : &items[found->second];
+  const std::size_t found = index.Find(name);
+  return found == NameIndex::kAbsent ? nullptr : &items[found];
 }
 
 template <class Item>
@@ -205,9 +259,9 @@ void JsonModelHost::BuildConnectivity() {
   std::vector<std::pair<std::size_t, Connection>> found;
   const auto add = [&](const std::string& pointName, std::size_t object, int pointNumber,
                        int type) {
-    const auto point = pointIndex_.find(pointName);
-    if (point == pointIndex_.end()) return;
-    found.emplace_back(point->second, Connection{static_cast<std::uint32_t>(object),
+    const std::size_t point = pointIndex_.Find(pointName);
+    if (point == NameIndex::kAbsent) return;
+    found.emplace_back(point, Connection{static_cast<std::uint32_t>(object),
                                                  static_cast<std::int32_t>(pointNumber),
                                                  static_cast<std::uint8_t>(type)});
   };
@@ -279,13 +333,12 @@ int JsonModelHost::GetPointConstraints(const std::string& name, ItemType itemTyp
 
 int JsonModelHost::GetPointConnectivity(const std::string& name, int& count, Ints& objectTypes,
                                         Names& objectNames, Ints& pointNumbers) {
-  const auto point = pointIndex_.find(name);
-  if (point == pointIndex_.end()) return Failed(count, objectTypes, objectNames, pointNumbers);
+  const std::size_t point = pointIndex_.Find(name);
+  if (point == NameIndex::kAbsent) return Failed(count, objectTypes, objectNames, pointNumbers);
   objectTypes.clear();
   objectNames.clear();
   pointNumbers.clear();
-  for (std::size_t c = connectionStart_[point->second]; c < connectionStart_[point->second + 1];
-       ++c) {
+  for (std::size_t c = connectionStart_[point]; c < connectionStart_[point + 1]; ++c) {
     const Connection& connection = connections_[c];
     objectTypes.push_back(connection.type);
     objectNames.push_back(connection.type == host_code::kObjectFrame
@@ -349,7 +402,7 @@ int JsonModelHost::AddDefaultMaterial(const std::string& name, int type, int /*r
       return Failed(createdName);
   }
   std::string unique = name;
-  for (int suffix = 1; materialIndex_.contains(unique); ++suffix) {
+  for (int suffix = 1; materialIndex_.Contains(unique); ++suffix) {
     unique = name + std::to_string(suffix);
   }
   Material material;
@@ -358,7 +411,7 @@ int JsonModelHost::AddDefaultMaterial(const std::string& name, int type, int /*r
   material.properties = fromFile->has_value() ? **fromFile : BuiltInDefault(type, model_.units);
   model_.materials.push_back(std::move(material));
   // Growing the list may have moved the names that the index views.
-  materialIndex_ = IndexByName(model_.materials);
+  materialIndex_ = IndexByName<NameIndex>(model_.materials);
   createdName = unique;
   return kSucceeded;
 }

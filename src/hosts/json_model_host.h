@@ -178,7 +178,32 @@ class JsonModelHost final : public HostModel {
   // Names to the position of their first entry in one list of the model. The keys view
   // the names held by the model, whose lists do not move once read, except the materials,
   // which AddDefaultMaterial grows and then indexes anew.
-  using NameIndex = std::unordered_map<std::string_view, std::size_t>;
+  //
+  // Open addressing in one flat table: the transfer asks for names of points, frames and
+  // areas once per object and the connectivity once per end and corner, and in a model of
+  // a million names a chained table costs a cache miss per link.
+  class NameIndex {
+   public:
+    static constexpr std::size_t kAbsent = static_cast<std::size_t>(-1);
+    void Reserve(std::size_t names);
+    // Keeps the first position of a name that the file holds twice.
+    void Add(std::string_view name, std::size_t position);
+    std::size_t Find(std::string_view name) const;
+    bool Contains(std::string_view name) const { return Find(name) != kAbsent; }
+
+   private:
+    struct Slot {
+      std::string_view name;
+      std::uint32_t hash = 0;
+      std::uint32_t position = kEmpty;
+    };
+    static constexpr std::uint32_t kEmpty = static_cast<std::uint32_t>(-1);
+    static std::uint32_t Hash(std::string_view name);
+    void Grow();
+
+    std::vector<Slot> slots_;  // a power of two in size, at most half full
+    std::size_t used_ = 0;
+  };
 
   // One object that a point is connected to; `object` indexes frames or areas by `type`.
   struct Connection {

@@ -177,13 +177,15 @@ class Checker {
 
   template <std::size_t N>
   std::array<double, N> Reals(const JsonNode& node, const Path& path) const {
-    const std::string expectation = "an array of " + std::to_string(N) + " numbers";
-    if (node.kind != JsonKind::Array || node.count != N) Expected(node, path, expectation);
+    // Made only for a message: read once per point and frame, it would cost an
+    // allocation each time.
+    const auto expectation = [] { return "an array of " + std::to_string(N) + " numbers"; };
+    if (node.kind != JsonKind::Array || node.count != N) Expected(node, path, expectation());
     std::array<double, N> values{};
     for (std::size_t i = 0; i < N; ++i) {
       const JsonNode& item = document_.item(node, i);
       if (item.kind != JsonKind::Integer && item.kind != JsonKind::Real) {
-        Expected(item, path.Index(i), "a number in " + expectation);
+        Expected(item, path.Index(i), "a number in " + expectation());
       }
       values[i] = item.number;
     }
@@ -191,13 +193,15 @@ class Checker {
   }
 
   DofFlags Flags(const JsonNode& node, const Path& path) const {
-    const std::string expectation = "an array of 6 booleans";
-    if (node.kind != JsonKind::Array || node.count != 6) Expected(node, path, expectation);
+    constexpr std::string_view expectation = "an array of 6 booleans";
+    if (node.kind != JsonKind::Array || node.count != 6) {
+      Expected(node, path, std::string(expectation));
+    }
     DofFlags flags{};
     for (std::size_t i = 0; i < flags.size(); ++i) {
       const JsonNode& item = document_.item(node, i);
       if (item.kind != JsonKind::True && item.kind != JsonKind::False) {
-        Expected(item, path.Index(i), "true or false in " + expectation);
+        Expected(item, path.Index(i), "true or false in " + std::string(expectation));
       }
       flags[i] = item.kind == JsonKind::True;
     }
@@ -232,6 +236,16 @@ class Checker {
 // The members of one JSON object of a known kind: unknown keys and keys given twice are
 // refused on construction; the typed getters refuse missing required keys and values of
 // the wrong kind. `keys` must outlive the object (they are string literals).
+// Keys are a few letters long and mostly differ in length or first letter: a plain loop
+// settles most comparisons of the many look-ups of every object at once.
+inline bool SameKey(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    if (a[i] != b[i]) return false;
+  }
+  return true;
+}
+
 class Fields {
  public:
   static constexpr std::size_t kMaxKeys = 16;
@@ -245,7 +259,8 @@ class Fields {
     for (std::size_t member = 0; member < object.count; ++member) {
       const JsonNode& keyNode = document.key(object, member);
       const std::string_view key = document.text(keyNode);
-      const auto known = std::find(keys.begin(), keys.end(), key);
+      const auto known = std::find_if(keys.begin(), keys.end(),
+                                      [key](std::string_view k) { return SameKey(k, key); });
       if (known == keys.end()) RefuseUnknown(keyNode, key);
       const auto slot = static_cast<std::size_t>(known - keys.begin());
       if (values_[slot] != nullptr) {
@@ -263,12 +278,12 @@ class Fields {
   Path At(std::string_view key) const { return path_.Key(key); }
   const JsonNode* Find(std::string_view key) const { return values_[Slot(key)]; }
 
-  const JsonNode& Required(std::string_view key, const std::string& expectation) const {
+  const JsonNode& Required(std::string_view key, std::string_view expectation) const {
     const JsonNode* value = Find(key);
     if (value == nullptr) {
       checker_.Fail(object_, path_,
                     "the required key \"" + std::string(key) + "\" is missing; expected " +
-                        expectation + " for it");
+                        std::string(expectation) + " for it");
     }
     return *value;
   }
@@ -293,7 +308,9 @@ class Fields {
     return checker_.Real(*value, At(key));
   }
   int Integer(std::string_view key, IntRange range) const {
-    return checker_.Integer(Required(key, IntegerExpectation(range)), At(key), range);
+    const JsonNode* value = Find(key);
+    const JsonNode& node = value != nullptr ? *value : Required(key, IntegerExpectation(range));
+    return checker_.Integer(node, At(key), range);
   }
   int Integer(std::string_view key, int fallback, IntRange range) const {
     const JsonNode* value = Find(key);
@@ -314,8 +331,11 @@ class Fields {
   }
   template <std::size_t N>
   std::array<double, N> Reals(std::string_view key) const {
-    return checker_.Reals<N>(Required(key, "an array of " + std::to_string(N) + " numbers"),
-                             At(key));
+    const JsonNode* value = Find(key);
+    const JsonNode& node =
+        value != nullptr ? *value
+                         : Required(key, "an array of " + std::to_string(N) + " numbers");
+    return checker_.Reals<N>(node, At(key));
   }
   template <std::size_t N>
   std::array<double, N> Reals(std::string_view key, const std::array<double, N>& fallback) const {
@@ -376,7 +396,8 @@ class Fields {
 
   // The reading code asks only for keys of the object's own kind.
   std::size_t Slot(std::string_view key) const {
-    const auto known = std::find(keys_.begin(), keys_.end(), key);
+    const auto known = std::find_if(keys_.begin(), keys_.end(),
+                                    [key](std::string_view k) { return SameKey(k, key); });
     if (known == keys_.end()) throw std::logic_error("a key read that the object kind lacks");
     return static_cast<std::size_t>(known - keys_.begin());
   }
