@@ -146,6 +146,25 @@ TEST_F(TransferReportTest, JsonAndMarkdownNameCasesAndFunctions) {
             std::string::npos);
 }
 
+TEST_F(TransferReportTest, JsonNamesAreasOfOtherShellsAndOfFiveNodes) {
+  const nlohmann::json r = TransferBothWays("walls-slabs", "report.json");
+  ASSERT_EQ(r["left_out"].size(), 4u) << r.dump(2);
+  EXPECT_TRUE(HasNote(r, "area section", "PLANE", "not a shell section"));
+  EXPECT_TRUE(HasNote(r, "area", "PL1", "its section \"PLANE\" is not a shell section"));
+  EXPECT_TRUE(HasNote(r, "area", "M1", "its shell type 5 is neither thin nor layered"));
+  EXPECT_TRUE(HasNote(r, "area", "X5", "5 nodes; only areas of 3 or 4 nodes are taken"));
+}
+
+TEST_F(TransferReportTest, MarkdownNamesDiaphragmsAndConstraintsLeftOut) {
+  const nlohmann::json r = TransferBothWays("floors-mats", "report.md");
+  const std::string md = r["markdown"];
+  EXPECT_NE(md.find("| diaphragm | DX | its normal is not along Z |\n"), std::string::npos) << md;
+  EXPECT_NE(md.find("| constraint | BODY | not a diaphragm |\n"), std::string::npos) << md;
+  EXPECT_NE(md.find("| diaphragm | D3 | it holds a node supported in U1, U2 or R3 |\n"),
+            std::string::npos)
+      << md;
+}
+
 TEST_F(TransferReportTest, OtherReportNamesAreRefusedBeforeAnythingIsWritten) {
   const CliRun run = Cli({"transfer", (Models() / "frames" / "model.json").string(), "--dir",
                           (dir_ / "plain").string(), "--name", "S", "--trelk-path",
