@@ -202,7 +202,20 @@ void Diamond(std::ostream& out, Point2 p) {
 }
 
 void WriteDrifts(const StructureGeometry& g, const PanelFit& fit, std::ostream& out) {
+  // Drifts over the same pair of nodes (one for each horizontal axis) are drawn once, with
+  // one label naming them all, so that the labels do not cover each other.
+  std::vector<StructureGeometry::Drift> pairs;
   for (const auto& d : g.drifts) {
+    const auto same = std::find_if(pairs.begin(), pairs.end(), [&](const auto& p) {
+      return p.top == d.top && p.bottom == d.bottom;
+    });
+    if (same == pairs.end()) {
+      pairs.push_back(d);
+    } else {
+      same->name += ", " + d.name;
+    }
+  }
+  for (const auto& d : pairs) {
     const auto* top = NodeAt(g, d.top);
     const auto* bottom = NodeAt(g, d.bottom);
     if (top == nullptr || bottom == nullptr) continue;
@@ -405,14 +418,21 @@ int RunViewCommand(const std::string& input, const std::string& svg_file,
       return exit_status::kFolderNotMade;
     }
     CollectedMessages messages;
-    TrelkStore store;
     int status = exit_status::kComplete;
     try {
-      const TransformOutcome outcome =
-          Transform(host.get(), store, messages, temp.string(), "View", std::nullopt);
-      if (outcome == TransformOutcome::NoModel) status = exit_status::kNoModel;
-      if (outcome == TransformOutcome::EmptyModel) status = exit_status::kEmptyModel;
-      if (status == exit_status::kComplete) geometry = GeometryFromStructure(ReadStructureFolder(temp / "View"));
+      {
+        // The store and the model go before the files are read back: a large structure
+        // should not be held twice.
+        TrelkStore store;
+        const TransformOutcome outcome =
+            Transform(host.get(), store, messages, temp.string(), "View", std::nullopt);
+        if (outcome == TransformOutcome::NoModel) status = exit_status::kNoModel;
+        if (outcome == TransformOutcome::EmptyModel) status = exit_status::kEmptyModel;
+      }
+      host.reset();
+      if (status == exit_status::kComplete) {
+        geometry = GeometryFromStructure(ReadStructureFolder(temp / "View"));
+      }
     } catch (const std::exception& e) {
       err << "Transfer stopped\n" << e.what() << '\n';
       status = exit_status::kTransferFailed;

@@ -121,6 +121,8 @@ TEST(StructureViewGeometry, FramesFolderNodesGroupsSupportsDrifts) {
   EXPECT_EQ(g.drifts[1].name, "H2 Drift");
   EXPECT_GT(g.drifts[0].top, 0);
   EXPECT_GT(g.drifts[0].bottom, 0);
+  EXPECT_EQ(g.drifts[1].top, g.drifts[0].top);
+  EXPECT_EQ(g.drifts[1].bottom, g.drifts[0].bottom);
 }
 
 TEST(StructureViewGeometry, MissingFolderGivesNothing) {
@@ -166,8 +168,10 @@ TEST_P(StructureViewEachView, FramesFolderGivesWellFormedSvgWithLegend) {
   ASSERT_NE(at, std::string::npos);
   const std::string d = doc.substr(at, doc.find('"', at + 23) - at);
   EXPECT_EQ(Occurrences(d, "M"), 6u);
-  EXPECT_EQ(Occurrences(doc, ">H1 Drift</text>"), 1u);
-  EXPECT_EQ(Occurrences(doc, ">H2 Drift</text>"), 1u);
+  // Both drifts go over the same two nodes: one line (and the legend's), one label naming
+  // both.
+  EXPECT_EQ(Occurrences(doc, "<path class=\"drift\" d=\"M"), 2u);
+  EXPECT_EQ(Occurrences(doc, ">H1 Drift, H2 Drift</text>"), 1u);
 }
 
 INSTANTIATE_TEST_SUITE_P(Views, StructureViewEachView,
@@ -227,7 +231,7 @@ TEST(StructureViewSvg, MarkersOutlinesAndEscapedNames) {
   g.nodes = {{0, 0, 0, 1, 0}, {10, 0, 0, 2, 0}, {10, 10, 0, 0, 1}, {0, 10, 0, 0, 1},
              {0, 0, 5, 0, 0}};
   g.groups = {{"Walls & <slabs>", {{1, 2, 3, 4}}}, {"Posts", {{1, 5, 0, 0}}}};
-  g.drifts = {{"H1 Drift", 5, 1}};
+  g.drifts = {{"H1 Drift", 5, 1}, {"H2 Drift", 5, 2}};
   std::ostringstream out;
   WriteStructureSvg(g, {ViewKind::Plan}, out);
   const std::string doc = out.str();
@@ -251,7 +255,10 @@ TEST(StructureViewSvg, MarkersOutlinesAndEscapedNames) {
   EXPECT_EQ(Occurrences(doc, "<path class=\"support\""), 2u);
   const std::size_t dia = doc.find("<path class=\"diaphragm\" d=\"");
   EXPECT_EQ(Occurrences(doc.substr(dia, doc.find("\"/>", dia) - dia), "M"), 2u);
-  EXPECT_EQ(Occurrences(doc, "<circle class=\"driftnode\""), 2u);
+  // Two drifts over different pairs: two lines, each with its label.
+  EXPECT_EQ(Occurrences(doc, "<circle class=\"driftnode\""), 4u);
+  EXPECT_EQ(Occurrences(doc, ">H1 Drift</text>"), 1u);
+  EXPECT_EQ(Occurrences(doc, ">H2 Drift</text>"), 1u);
 }
 
 TEST(StructureViewSvg, LargeGroupIsSplitIntoPathsOfTwentyThousandElements) {
