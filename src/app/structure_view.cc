@@ -65,8 +65,8 @@ struct Point2 {
 Point2 Project(ViewKind view, double x, double y, double z) {
   switch (view) {
     case ViewKind::Iso: {
-      // Seen from the corner where x and y both grow towards the viewer: x runs to the
-      // lower right, y to the lower left, z straight up.
+      // Seen from above the corner where x and y are smallest: x runs to the upper right,
+      // y to the upper left, z straight up.
       const double c = std::cos(std::numbers::pi / 6);
       return {(x - y) * c, -(z + (x + y) * 0.5)};
     }
