@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -84,8 +85,10 @@ std::string ReadText(const fs::path& file) {
 class StructureViewTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    dir_ = fs::temp_directory_path() /
-           ("vtt-view-test-" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
+    // A parameterised test's name holds a slash; the folder is one level all the same.
+    std::string name = ::testing::UnitTest::GetInstance()->current_test_info()->name();
+    std::replace(name.begin(), name.end(), '/', '-');
+    dir_ = fs::temp_directory_path() / ("vtt-view-test-" + name);
     fs::remove_all(dir_);
     fs::create_directories(dir_);
   }
