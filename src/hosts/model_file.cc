@@ -259,10 +259,8 @@ class Fields {
     for (std::size_t member = 0; member < object.count; ++member) {
       const JsonNode& keyNode = document.key(object, member);
       const std::string_view key = document.text(keyNode);
-      const auto known = std::find_if(keys.begin(), keys.end(),
-                                      [key](std::string_view k) { return SameKey(k, key); });
-      if (known == keys.end()) RefuseUnknown(keyNode, key);
-      const auto slot = static_cast<std::size_t>(known - keys.begin());
+      const std::size_t slot = KeySlot(key);
+      if (slot == keys.size()) RefuseUnknown(keyNode, key);
       if (values_[slot] != nullptr) {
         checker.Fail(keyNode, path.Key(keys[slot]),
                      "the key \"" + std::string(key) +
@@ -396,10 +394,23 @@ class Fields {
 
   // The reading code asks only for keys of the object's own kind.
   std::size_t Slot(std::string_view key) const {
-    const auto known = std::find_if(keys_.begin(), keys_.end(),
-                                    [key](std::string_view k) { return SameKey(k, key); });
-    if (known == keys_.end()) throw std::logic_error("a key read that the object kind lacks");
-    return static_cast<std::size_t>(known - keys_.begin());
+    const std::size_t slot = KeySlot(key);
+    if (slot == keys_.size()) throw std::logic_error("a key read that the object kind lacks");
+    return slot;
+  }
+
+  // The position of a key of this kind, or the number of keys when it is none. Files write
+  // and the reading code asks for the keys mostly in the order of the kind's list, so the
+  // key after the last one found is tried first.
+  std::size_t KeySlot(std::string_view key) const {
+    if (nextSlot_ < keys_.size() && SameKey(keys_[nextSlot_], key)) return nextSlot_++;
+    for (std::size_t slot = 0; slot < keys_.size(); ++slot) {
+      if (SameKey(keys_[slot], key)) {
+        nextSlot_ = slot + 1;
+        return slot;
+      }
+    }
+    return keys_.size();
   }
 
   [[noreturn]] void RefuseUnknown(const JsonNode& keyNode, std::string_view key) const {
@@ -429,6 +440,7 @@ class Fields {
   const JsonNode& object_;
   const Path& path_;
   std::span<const std::string_view> keys_;
+  mutable std::size_t nextSlot_ = 0;
   std::array<const JsonNode*, kMaxKeys> values_{};
   std::array<const JsonNode*, kMaxKeys> keyNodes_{};
 };
