@@ -5,18 +5,13 @@
 #include "source/vask_model.h"
 #include "store/section_cut_records.h"
 #include "store/trelk_store.h"
-#include "transfer/failure.h"
 
 namespace vtt {
 namespace {
 
 bool IsSupportNode(const VaskModelObj& model, const std::string& label,
                    const std::string& owner) {
-  const VaskNodeObj* node = model.NodeObjGet(label);
-  if (node == nullptr) {
-    throw TransferFailure(owner + ": node \"" + label + "\" is not a node of the model.");
-  }
-  return node->IsSupport();
+  return model.RequiredNode(label, owner).IsSupport();
 }
 
 bool SupportAtI(const VaskModelObj& model, const VaskFrameObj& frame) {

@@ -3,6 +3,7 @@
 #include <map>
 #include <span>
 
+#include "store/binary_writer.h"
 #include "store/element_records.h"
 #include "store/record.h"
 #include "store/text_encoding.h"
@@ -17,12 +18,6 @@ std::string FieldText(std::span<const std::uint8_t> bytes, const FieldDef& field
   std::string text(bytes.begin() + field.offset, bytes.begin() + field.offset + field.width);
   while (!text.empty() && (text.back() == ' ' || text.back() == '\0')) text.pop_back();
   return FromWindows1252(text);
-}
-
-std::int32_t FieldI16(std::span<const std::uint8_t> bytes, const FieldDef& field) {
-  const auto low = static_cast<std::uint16_t>(bytes[field.offset]);
-  const auto high = static_cast<std::uint16_t>(bytes[field.offset + 1]);
-  return static_cast<std::int16_t>(static_cast<std::uint16_t>(low | (high << 8)));
 }
 
 void Line(std::ostream& out, int indent, const std::string& label, const std::string& value) {
@@ -50,7 +45,7 @@ StructureSummary SummariseStructure(const TrelkStore& store, int record_files,
   // none and is no element of the model.
   std::map<std::int32_t, std::int32_t> in_group;
   for (std::int32_t e = 1; e <= store.Elems.Count(); ++e) {
-    const std::int32_t group = FieldI16(store.Elems.RecordBytes(e), elem_rec::GroupNumber);
+    const std::int32_t group = ReadI16(store.Elems.RecordBytes(e), elem_rec::GroupNumber.offset);
     if (group > 0) ++in_group[group];
   }
   for (std::int32_t g = 1; g <= store.ElemGroups.Count(); ++g) {

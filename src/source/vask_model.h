@@ -138,6 +138,8 @@ class VaskModelObj {
   static std::span<const ReadStage> ReadStages();
 
   // ---- Look-ups by label ----
+  // The node of a label that must be known; a run-time failure naming `owner` otherwise.
+  const VaskNodeObj& RequiredNode(std::string_view label, std::string_view owner) const;
   // The id of the first node with the label, or -1.
   int NodeIdGet(std::string_view label) const;
   VaskNodeObj* NodeObjGet(std::string_view label) const;
@@ -303,8 +305,6 @@ class VaskModelObj {
 
   std::vector<DriftPoint> NodePoints() const;
   void KeepDriftPair(const DriftPair& pair);
-  // The node of a label that must be known; a run-time failure naming `owner` otherwise.
-  const VaskNodeObj& RequiredNode(std::string_view label, std::string_view owner) const;
 
   HostModel& host_;
   mutable std::optional<UnitBlock> presentUnits_;
