@@ -79,7 +79,11 @@ UnitScale UnitScaleOf(int units) {
 // The host's own values for a new material of a type, given in kip and inch, in the
 // model's units.
 MaterialProperties BuiltInDefault(int type, int units) {
-  const auto [l, f] = UnitScaleOf(units);
+  // Plain variables, not a structured binding: clang 14, which builds the fuzz targets,
+  // cannot capture a binding in a lambda.
+  const UnitScale scale = UnitScaleOf(units);
+  const double l = scale.length;
+  const double f = scale.force;
   const auto stress = [l, f](double kipsPerSquareInch) { return kipsPerSquareInch * (l * l) / f; };
   const auto weight = [l, f](double value) { return value * (l * l * l) / f; };
   const auto mass = [l, f](double value) { return value * (l * l * l * l) / f; };
