@@ -7,7 +7,7 @@ JOBS       ?= $(shell nproc 2>/dev/null || echo 2)
 EXAMPLE    ?= examples/office-building.json
 DEMO_NAME  ?= Office
 
-.PHONY: all deps build build-asan demo test clean
+.PHONY: all deps build build-asan demo test fuzz clean
 
 all: build
 
@@ -33,5 +33,32 @@ test: build build-asan
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
 	cd $(ASAN_BUILD) && ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 ctest --output-on-failure -j $(JOBS)
 
+# Each fuzz target for FUZZ_SECONDS (clang, libFuzzer, ASan and UBSan), one after the other,
+# its corpus in $(FUZZ_BUILD)/corpus/<target> seeded from the example and test models and
+# fuzz/corpus; a finding is written to $(FUZZ_BUILD)/artifacts/<target>/ and stops the run.
+FUZZ_BUILD   ?= build-fuzz
+FUZZ_SECONDS ?= 600
+FUZZ_TARGETS ?= model_file_fuzz transfer_fuzz
+FUZZ_FLAGS   ?= -max_len=65536 -timeout=10 -rss_limit_mb=2048
+
+FUZZ_DIR      = $(abspath $(FUZZ_BUILD))
+
+# Optimised, with asserts kept.
+fuzz:
+	@scripts/install-deps.sh fuzz
+	CC=clang CXX=clang++ cmake -S . -B $(FUZZ_BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+	  -DCMAKE_CXX_FLAGS_RELWITHDEBINFO="-O1 -g" -DVTT_FUZZ=ON -DVTT_BENCHMARKS=OFF
+	cmake --build $(FUZZ_BUILD) -j $(JOBS) --target $(FUZZ_TARGETS)
+	set -e; for t in $(FUZZ_TARGETS); do \
+	  mkdir -p $(FUZZ_DIR)/corpus/$$t $(FUZZ_DIR)/artifacts/$$t $(FUZZ_DIR)/run/$$t \
+	    fuzz/regressions/$$t; \
+	  cp examples/*.json fuzz/corpus/*/* $(FUZZ_DIR)/corpus/$$t/; \
+	  for m in tests/models/*/model.json; do \
+	    cp $$m $(FUZZ_DIR)/corpus/$$t/$$(basename $$(dirname $$m)).json; done; \
+	  (cd $(FUZZ_DIR)/run/$$t && $(FUZZ_DIR)/$$t $(FUZZ_FLAGS) -max_total_time=$(FUZZ_SECONDS) \
+	    -dict=$(CURDIR)/fuzz/model.dict -artifact_prefix=$(FUZZ_DIR)/artifacts/$$t/ \
+	    $(FUZZ_DIR)/corpus/$$t $(CURDIR)/fuzz/regressions/$$t); \
+	done
+
 clean:
-	rm -rf $(BUILD) $(ASAN_BUILD)
+	rm -rf $(BUILD) $(ASAN_BUILD) $(FUZZ_BUILD)

@@ -4,6 +4,10 @@ set -euo pipefail
 
 packages=(cmake g++ make libgtest-dev libbenchmark-dev nlohmann-json3-dev libcli11-dev libfmt-dev
           python3 python3-jsonschema)
+# `install-deps.sh fuzz`: also clang and the libFuzzer runtime, for `make fuzz`.
+if [ "${1:-}" = "fuzz" ]; then
+  packages+=(clang libclang-rt-14-dev)
+fi
 
 missing=()
 for p in "${packages[@]}"; do
