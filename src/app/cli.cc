@@ -87,6 +87,14 @@ int RunTransferCommand(const TransferOptions& options, std::ostream& out, std::o
     return exit_status::kUsage;
   }
 
+  // The name becomes a folder: a name that would lead out of the structures folder, or that
+  // Windows cannot make as a folder, is refused as the transfer form refuses a folder it
+  // cannot make, before anything is read or made.
+  if (!IsStructureFolderName(options.name)) {
+    err << "Error : Couldn't create directory !\n";
+    return exit_status::kFolderNotMade;
+  }
+
   if (!options.report.empty() && !IsReportFileName(options.report)) {
     err << "Error : the report file \"" << options.report
         << "\" must end in .md (Markdown) or .json.\n";

@@ -6,6 +6,7 @@
 #include <iterator>
 #include <limits>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <string>
 
 namespace vtt {
@@ -64,6 +65,81 @@ std::string ParserReason(const std::string& what) {
   return std::string(reason);
 }
 
+// The reason as it can be shown: a byte that is not part of well-formed UTF-8, and a control
+// character, is written as \xNN, so that a message never carries bytes that no terminal
+// shows.
+std::string Printable(std::string_view reason) {
+  std::string shown;
+  const auto escaped = [&shown](unsigned char byte) {
+    constexpr std::string_view kHex = "0123456789ABCDEF";
+    shown += "\\x";
+    shown += kHex[byte >> 4];
+    shown += kHex[byte & 0xF];
+  };
+  for (std::size_t i = 0; i < reason.size();) {
+    const auto lead = static_cast<unsigned char>(reason[i]);
+    if (lead < 0x80) {
+      if (lead < 0x20 || lead == 0x7F) {
+        escaped(lead);
+      } else {
+        shown += static_cast<char>(lead);
+      }
+      ++i;
+      continue;
+    }
+    const std::size_t length = lead >= 0xC2 && lead <= 0xDF   ? 2
+                               : lead >= 0xE0 && lead <= 0xEF ? 3
+                               : lead >= 0xF0 && lead <= 0xF4 ? 4
+                                                              : 0;
+    bool wellFormed = length > 0 && i + length <= reason.size();
+    for (std::size_t k = 1; wellFormed && k < length; ++k) {
+      wellFormed = (static_cast<unsigned char>(reason[i + k]) & 0xC0) == 0x80;
+    }
+    if (!wellFormed) {
+      escaped(lead);
+      ++i;
+      continue;
+    }
+    shown.append(reason.substr(i, length));
+    i += length;
+  }
+  return shown;
+}
+
+bool IsLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+
+// Plain words for the few refusals whose parser reason hides the cause: a byte that is not
+// UTF-8, the NaN and Infinity that other writers put where a number goes, and a comment.
+// Nothing for the others, which keep the parser's reason. A word is placed where it starts.
+std::optional<std::string> PlainReason(std::string_view text, std::size_t& offset,
+                                       std::string_view reason) {
+  if (offset >= text.size()) return std::nullopt;
+  const auto byte = static_cast<unsigned char>(text[offset]);
+  if (reason.find("ill-formed UTF-8") != std::string_view::npos && byte >= 0x80) {
+    constexpr std::string_view kHex = "0123456789ABCDEF";
+    return std::string("the byte 0x") + kHex[byte >> 4] + kHex[byte & 0xF] +
+           " is not UTF-8; expected the model file in UTF-8";
+  }
+  std::size_t start = offset;
+  while (start > 0 && IsLetter(text[start - 1])) --start;
+  if (start > 0 && (text[start - 1] == '-' || text[start - 1] == '+')) --start;
+  std::size_t end = offset;
+  while (end < text.size() && IsLetter(text[end])) ++end;
+  const std::string_view word = text.substr(start, end - start);
+  std::string letters;
+  for (const char c : word) {
+    if (IsLetter(c)) letters += static_cast<char>(c | 0x20);
+  }
+  if (letters == "nan" || letters == "infinity" || letters == "inf") {
+    offset = start;
+    return "found " + std::string(word) + ", which is not a JSON number; expected a finite number";
+  }
+  if (byte == '/' && offset + 1 < text.size() && (text[offset + 1] == '/' || text[offset + 1] == '*')) {
+    return "found a comment, and JSON has none; expected a value or a key";
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 // Builds the tree from the parser's events.
@@ -114,8 +190,10 @@ class JsonTreeBuilder {
                    const nlohmann::detail::exception& error) {
     // The parser tests numbers for overflow itself (error 406) before reporting them.
     if (error.id == 406) return Refuse(ValueStart(), NumberOverflow(token));
-    const std::size_t offset = position == 0 ? 0 : std::min(position - 1, text_.size());
-    return Refuse(offset, "not valid JSON: " + ParserReason(error.what()));
+    std::size_t offset = position == 0 ? 0 : std::min(position - 1, text_.size());
+    const std::string reason = ParserReason(error.what());
+    const std::optional<std::string> plain = PlainReason(text_, offset, reason);
+    return Refuse(offset, "not valid JSON: " + (plain ? *plain : Printable(reason)));
   }
 
   bool failed() const { return failed_; }

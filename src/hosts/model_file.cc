@@ -132,7 +132,10 @@ class Checker {
         constexpr std::size_t kShown = 40;
         const std::string_view text = document_.text(node);
         if (text.size() <= kShown) return "\"" + std::string(text) + "\"";
-        return "\"" + std::string(text.substr(0, kShown)) + "...\"";
+        // Cut between characters, not inside one.
+        std::size_t cut = kShown;
+        while (cut > 0 && (static_cast<unsigned char>(text[cut]) & 0xC0) == 0x80) --cut;
+        return "\"" + std::string(text.substr(0, cut)) + "...\"";
       }
       case JsonKind::Array:
         if (node.count == 0) return "an empty array";
@@ -155,10 +158,18 @@ class Checker {
   // counts them.
   int Integer(const JsonNode& node, const Path& path, IntRange range) const {
     const bool isNumber = node.kind == JsonKind::Integer || node.kind == JsonKind::Real;
-    if (!isNumber || std::floor(node.number) != node.number ||
-        node.number < static_cast<double>(range.min) ||
-        node.number > static_cast<double>(range.max)) {
+    if (!isNumber || std::floor(node.number) != node.number) {
       Expected(node, path, IntegerExpectation(range));
+    }
+    if (node.number < static_cast<double>(range.min) ||
+        node.number > static_cast<double>(range.max)) {
+      // A whole number past what the format's integers hold is told their bounds, not
+      // that it is no integer.
+      const bool pastInt = node.number < INT_MIN || node.number > INT_MAX;
+      Expected(node, path,
+               pastInt ? "an integer from " + std::to_string(range.min) + " to " +
+                             std::to_string(range.max)
+                       : IntegerExpectation(range));
     }
     return static_cast<int>(node.number);
   }

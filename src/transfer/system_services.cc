@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "store/text_encoding.h"
+
 #ifdef _WIN32
 #include <windows.h>
 #include <shlobj.h>
@@ -246,6 +248,51 @@ std::string GetTrelkPath(bool isVersion5, SystemFolders& folders) {
 }
 
 // ---- Folders ----
+
+namespace {
+
+char LowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+bool SameIgnoringCase(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    if (LowerAscii(a[i]) != LowerAscii(b[i])) return false;
+  }
+  return true;
+}
+
+// Windows opens the device, not a folder, for these names, whatever follows the first dot
+// and with trailing spaces before it.
+bool IsWindowsDeviceName(std::string_view name) {
+  std::string_view base = name.substr(0, name.find('.'));
+  while (!base.empty() && base.back() == ' ') base.remove_suffix(1);
+  for (std::string_view device : {"con", "prn", "aux", "nul"}) {
+    if (SameIgnoringCase(base, device)) return true;
+  }
+  if (base.size() == 4 && base[3] >= '1' && base[3] <= '9') {
+    return SameIgnoringCase(base.substr(0, 3), "com") || SameIgnoringCase(base.substr(0, 3), "lpt");
+  }
+  return false;
+}
+
+}  // namespace
+
+bool IsStructureFolderName(std::string_view utf8) {
+  // The folder is found again through the name field of the files, which holds the name in
+  // the code page: a character the code page lacks is a "?" there, which no folder name
+  // may hold, as Windows refuses it when the folder is made.
+  const std::string encoded = ToWindows1252(utf8);
+  std::string_view name = encoded;
+  while (!name.empty() && name.back() == ' ') name.remove_suffix(1);
+  if (name.empty()) return true;
+  for (const char c : name) {
+    if (static_cast<unsigned char>(c) < 0x20) return false;
+    if (std::string_view("/\\:<>\"|?*").find(c) != std::string_view::npos) return false;
+  }
+  if (name.find_first_not_of(". ") == std::string_view::npos) return false;
+  return !IsWindowsDeviceName(name);
+}
+
 
 bool FolderExistsByAttributes(const std::string& path) {
   std::error_code error;

@@ -92,6 +92,18 @@ inline constexpr std::int32_t kDocumentsInvalidArgument = static_cast<std::int32
 std::string DocumentsFolderText(std::int32_t status, std::string_view buffer);
 
 // ---- Folders ----
+// Whether `name` can name the structure folder: one folder inside the structures folder,
+// made and found the same way on every platform a structure travels to. Refused: a path
+// separator ("/" or "\", so also an absolute path), a colon (a drive, "C:", or a file
+// stream), a character that Windows refuses in a folder name (< > " | ? * and the control
+// characters), a name of dots alone (".", ".."; spaces between them too), and a device
+// name of Windows (CON, PRN, AUX, NUL, COM1 to COM9, LPT1 to LPT9, in any case, with or
+// without an extension). The name is taken in the Windows-1252 code page of the files'
+// name field, so a character the code page lacks is a "?" and refused too. Trailing spaces
+// are no part of the folder, so a name empty without them names the structures folder
+// itself and is accepted.
+bool IsStructureFolderName(std::string_view utf8);
+
 // Whether anything is at `path`: a folder, or a file too.
 bool FolderExistsByAttributes(const std::string& path);
 // Whether `path` is a folder.
