@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <optional>
+#include <string>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include "source/host_model.h"
 #include "source/vask_model.h"
@@ -32,27 +34,52 @@ int Bounded(int count, std::size_t size) {
   return std::clamp(count, 0, static_cast<int>(size));
 }
 
+// The name a load of a case goes by when it is left out: the case, the load's type and name.
+std::string CaseLoadName(std::string_view case_name, const std::string& type,
+                         const std::string& load) {
+  return std::string(case_name) + " (" + type + " " + load + ")";
+}
+
+void NoteCaseLoad(const VaskModelObj& model, std::string_view case_name, const std::string& type,
+                  const std::string& load, std::string reason) {
+  model.NoteDrop("case load", CaseLoadName(case_name, type, load), std::move(reason));
+}
+
+constexpr std::string_view kBeyondCaseLoads = "beyond the 20 loads a case takes";
+
 // ---- Gravity cases ----
 
 // The entries of a force-controlled case: for each "Load" of a known pattern, its nodal,
 // frame-load and self-weight patterns in that order, all with the load's factor.
-std::vector<CaseLoadEntry> GravityEntries(const VaskModelObj& model, int count,
-                                          const Names& types, const Names& names,
+std::vector<CaseLoadEntry> GravityEntries(const VaskModelObj& model, std::string_view case_name,
+                                          int count, const Names& types, const Names& names,
                                           const Reals& factors) {
   std::vector<CaseLoadEntry> entries;
   for (int i = 0; i < count; ++i) {
+    if (types[i] != "Load")
+      NoteCaseLoad(model, case_name, types[i], names[i], "a gravity case takes only Load loads");
     if (types[i] != "Load") continue;
     const VaskLoadPatternObj* pattern = model.LoadPatternObjGet(names[i]);
+    if (pattern == nullptr)
+      NoteCaseLoad(model, case_name, types[i], names[i], "its load pattern is not in the model");
     if (pattern == nullptr) continue;
+    if (!pattern->LoadNodeNotEmpty && !pattern->LoadElementNotEmpty &&
+        !pattern->SelfWeightNotEmpty)
+      NoteCaseLoad(model, case_name, types[i], names[i],
+                   "its pattern carries no nodal load, frame load or self weight");
     const double sf = factors[i];
+    bool beyond = false;
     const auto add = [&](bool holds, int kind, const std::string& name) {
       if (holds && static_cast<int>(entries.size()) < kMaxCaseLoads) {
         entries.push_back({kind, name, sf});
+      } else if (holds) {
+        beyond = true;
       }
     };
     add(pattern->LoadNodeNotEmpty, 1, pattern->TrelkLoadPatternNodeName);
     add(pattern->LoadElementNotEmpty, 2, pattern->TrelkLoadPatternElementName);
     add(pattern->SelfWeightNotEmpty, 3, pattern->TrelkLoadPatternSelfWeightName);
+    if (beyond) NoteCaseLoad(model, case_name, types[i], names[i], std::string(kBeyondCaseLoads));
   }
   return entries;
 }
@@ -78,19 +105,39 @@ std::optional<PushoverLoads> PushoverEntries(const VaskModelObj& model,
   const std::string kind = *first;
 
   PushoverLoads result;
+  const auto note = [&](int i, std::string reason) {
+    NoteCaseLoad(model, case_name, types[i], names[i], std::move(reason));
+  };
   for (int i = 0; i < count; ++i) {
+    if (types[i] != kind)
+      note(i, "the case's first load made it a pushover on " + kind + " loads");
     if (types[i] != kind) continue;
     const double sf = factors[i];
     if (kind == "Load") {
       // Only the nodal pattern is pushed; frame loads and self weight stay behind.
       const VaskLoadPatternObj* pattern = model.LoadPatternObjGet(names[i]);
+      if (pattern == nullptr) note(i, "its load pattern is not in the model");
+      if (pattern != nullptr && !pattern->LoadNodeNotEmpty)
+        note(i, "its pattern has no nodal load, and a pushover case pushes only nodal loads");
       if (pattern == nullptr || !pattern->LoadNodeNotEmpty) continue;
+      if (static_cast<int>(result.loads.size()) >= kMaxCaseLoads)
+        note(i, std::string(kBeyondCaseLoads));
       if (static_cast<int>(result.loads.size()) >= kMaxCaseLoads) continue;
+      if (pattern->LoadElementNotEmpty || pattern->SelfWeightNotEmpty) {
+        const std::string behind = pattern->LoadElementNotEmpty && pattern->SelfWeightNotEmpty
+                                       ? "frame loads and self weight are"
+                                   : pattern->LoadElementNotEmpty ? "frame loads are"
+                                                                  : "self weight is";
+        note(i, "its " + behind + " not pushed, only its nodal loads");
+      }
       result.loads.push_back({1, pattern->TrelkLoadPatternNodeName, sf});
     } else if (kind == "Mode") {
+      if (static_cast<int>(result.modes.size()) >= kMaxPushoverModes)
+        note(i, "beyond the 6 modes a pushover case takes");
       if (static_cast<int>(result.modes.size()) >= kMaxPushoverModes) continue;
       const std::int64_t mode = ModeNumberFromLoadName(names[i]);
       if (mode < 0 || mode > 255) {
+        note(i, "not a mode number from 0 to 255: the transfer stopped");
         throw TransferFailure("Load case \"" + case_name + "\": the mode \"" + names[i] +
                               "\" is not a mode number from 0 to 255.");
       }
@@ -102,8 +149,11 @@ std::optional<PushoverLoads> PushoverEntries(const VaskModelObj& model,
       } else if (names[i] == "UY") {
         pattern = "AccelUY";
       } else {
+        note(i, "only the accelerations UX and UY are pushed");
         continue;
       }
+      if (static_cast<int>(result.loads.size()) >= kMaxCaseLoads)
+        note(i, std::string(kBeyondCaseLoads));
       if (static_cast<int>(result.loads.size()) >= kMaxCaseLoads) continue;
       result.loads.push_back({1, pattern, sf});
     }
@@ -116,9 +166,10 @@ std::optional<PushoverLoads> PushoverEntries(const VaskModelObj& model,
 
 // The acceleration of each direction U1, U2, U3 that the case applies; the first load of a
 // direction in host order wins. Nothing when the case has none.
-std::optional<std::array<HistoryDirection, 3>> HistoryDirections(HostModel& host,
-                                                                  const std::string& case_name,
-                                                                  double gravity) {
+// The loads the case does not apply go to `left_out`, each as its name and reason.
+std::optional<std::array<HistoryDirection, 3>> HistoryDirections(
+    HostModel& host, const std::string& case_name, double gravity,
+    std::vector<std::pair<std::string, std::string>>& left_out) {
   int count = 0;
   Names types, names, functions;
   Reals factors, time_factors;
@@ -129,12 +180,21 @@ std::optional<std::array<HistoryDirection, 3>> HistoryDirections(HostModel& host
   bool found = false;
   // From the last load to the first, so that the first of a direction is the one left.
   for (int i = count - 1; i >= 0; --i) {
+    const std::string load = CaseLoadName(case_name, types[i], names[i]);
+    if (types[i] != "Accel") left_out.emplace_back(load, "a history case takes only Accel loads");
     if (types[i] != "Accel") continue;
     int d = -1;
     if (names[i] == "U1") d = 0;
     if (names[i] == "U2") d = 1;
     if (names[i] == "U3") d = 2;
+    if (d < 0) left_out.emplace_back(load, "only the accelerations U1, U2 and U3 are taken");
     if (d < 0) continue;
+    // Met from the last, so the load already there comes later in host order.
+    if (!directions[d].function.empty()) {
+      const std::string later = names[i] + " " + directions[d].function;
+      left_out.emplace_back(CaseLoadName(case_name, types[i], later),
+                            "an earlier acceleration in " + names[i] + " of the case is taken");
+    }
     directions[d].function = functions[i];
     directions[d].factor = factors[i];
     directions[d].time_factor = time_factors[i];
@@ -258,6 +318,11 @@ void FillDynamicCase(TrelkStore& store, const VaskModelObj& model, std::int32_t 
     }
     // A function whose kind the reading could not take has no record file and no points.
     const VaskTHFuncObj* function = model.THFuncObjGet(direction.function);
+    if (function == nullptr) {
+      const std::string load = "U" + std::to_string(slot) + " " + direction.function;
+      model.NoteDrop("case load", CaseLoadName(name, "Accel", load),
+                     "its function was not kept: the record goes in with no points");
+    }
     rec.SetText(r::RecordFolder(slot), subfolder);
     rec.SetText(r::RecordName(slot), direction.function);
     rec.SetText(r::RecordTitle(slot), "EarthquakeRecord: " + direction.function);
@@ -343,7 +408,8 @@ void FillTrelkLoadCases(HostModel& host, VaskModelObj& model, TrelkStore& store,
     host.GetCaseType(name, type, sub_type, design_type, design_option, auto_created);
 
     if (type == kCaseNonlinearHistory) {
-      const auto directions = HistoryDirections(host, name, gravity);
+      std::vector<std::pair<std::string, std::string>> loads_left_out;
+      const auto directions = HistoryDirections(host, name, gravity, loads_left_out);
       int steps = 0;
       double step_size = 0.0;
       host.GetHistoryTimeStep(name, steps, step_size);
@@ -352,6 +418,7 @@ void FillTrelkLoadCases(HostModel& host, VaskModelObj& model, TrelkStore& store,
       if (!directions) continue;
       ++dynamic_count;
       if (dynamic_count < kDynamicCaseCountLimit) {
+        for (const auto& [load, reason] : loads_left_out) model.NoteDrop("case load", load, reason);
         const std::int32_t number = store.AddDynamicCase();
         FillDynamicCase(store, model, number, name, context.records_subfolder, *directions,
                         steps, step_size);
@@ -380,7 +447,7 @@ void FillTrelkLoadCases(HostModel& host, VaskModelObj& model, TrelkStore& store,
       if (store.GravityCases.Count() >= kMaxGravityCases)
         model.NoteDrop("load case", name, "beyond the 20 gravity cases a structure takes");
       if (store.GravityCases.Count() >= kMaxGravityCases) continue;
-      const auto entries = GravityEntries(model, count, types, names, factors);
+      const auto entries = GravityEntries(model, name, count, types, names, factors);
       FillGravityCase(store, store.AddGravityCase(), name, entries);
     } else if (control == kControlDisplacement) {
       if (store.PushoverCases.Count() >= kMaxPushoverCases)

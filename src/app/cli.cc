@@ -77,6 +77,17 @@ std::optional<std::string> DefaultStructuresFolder(const std::string& trelk_path
   return structures;
 }
 
+// A transfer that stops still leaves its report: what was left out until the stop, and
+// the message it stopped with.
+void WriteStoppedReport(const std::string& file, TransferReport& report, const char* message,
+                        std::ostream& err) {
+  if (file.empty()) return;
+  report.stopped = message;
+  if (!WriteTransferReport(file, report)) {
+    err << "Error : cannot write the report \"" << file << "\".\n";
+  }
+}
+
 int RunTransferCommand(const TransferOptions& options, std::ostream& out, std::ostream& err,
                        bool err_is_terminal) {
   // A structure name reaches the files through a 12-character field; a longer one would
@@ -165,9 +176,11 @@ int RunTransferCommand(const TransferOptions& options, std::ostream& out, std::o
                         progress);
   } catch (const TransferFailure& failure) {
     messages.Show({"Transfer stopped", failure.what(), MessageIcon::Critical});
+    WriteStoppedReport(options.report, report, failure.what(), err);
     return exit_status::kTransferFailed;
   } catch (const std::exception& failure) {
     messages.Show({"Transfer stopped", failure.what(), MessageIcon::Critical});
+    WriteStoppedReport(options.report, report, failure.what(), err);
     return exit_status::kTransferFailed;
   }
   switch (outcome) {

@@ -35,11 +35,9 @@ bool IsReportFileName(const std::string& file) {
   return EndsWith(file, ".md") || EndsWith(file, ".json");
 }
 
-void WriteReportMarkdown(const TransferReport& r, std::ostream& out) {
-  const StructureSummary& s = r.summary;
-  out << "# Transfer report\n\n";
-  if (!r.model.empty()) out << "Model: `" << r.model << "`  \n";
-  out << "Structure: `" << s.folder << "`\n\n";
+namespace {
+
+void WriteWentIn(const StructureSummary& s, std::ostream& out) {
   out << "## What went in\n\n";
   out << "| Item | Count |\n|---|---:|\n";
   out << "| nodes (with the origin node) | " << s.nodes << " |\n";
@@ -61,8 +59,11 @@ void WriteReportMarkdown(const TransferReport& r, std::ostream& out) {
   out << "| pushover cases | " << s.pushover_cases << " |\n";
   out << "| dynamic cases | " << s.dynamic_cases << " |\n";
   out << "| analysis series entries | " << s.analysis_series << " |\n";
-  out << "| record files | " << s.record_files << " |\n";
-  out << "\n## Left out\n\n";
+  out << "| record files | " << s.record_files << " |\n\n";
+}
+
+void WriteLeftOut(const TransferReport& r, std::ostream& out) {
+  out << "## Left out\n\n";
   if (r.left_out.empty()) {
     out << "Nothing: every object of the model was taken.\n";
     return;
@@ -73,6 +74,22 @@ void WriteReportMarkdown(const TransferReport& r, std::ostream& out) {
   for (const DropNote& n : r.left_out) {
     out << "| " << Cell(n.kind) << " | " << Cell(n.name) << " | " << Cell(n.reason) << " |\n";
   }
+}
+
+}  // namespace
+
+void WriteReportMarkdown(const TransferReport& r, std::ostream& out) {
+  const StructureSummary& s = r.summary;
+  out << "# Transfer report\n\n";
+  if (!r.model.empty()) out << "Model: `" << r.model << "`  \n";
+  out << "Structure: `" << s.folder << "`\n\n";
+  if (!r.stopped.empty()) {
+    // Nothing is counted of a structure that was never finished.
+    out << "**The transfer stopped:** " << Cell(r.stopped) << "\n\n";
+  } else {
+    WriteWentIn(s, out);
+  }
+  WriteLeftOut(r, out);
 }
 
 nlohmann::json ReportJson(const TransferReport& r) {
@@ -91,6 +108,7 @@ nlohmann::json ReportJson(const TransferReport& r) {
   }
   return {{"model", r.model},
           {"structure", s.folder},
+          {"stopped", r.stopped.empty() ? nlohmann::json(nullptr) : nlohmann::json(r.stopped)},
           {"went_in",
            {{"nodes", s.nodes},
             {"diaphragms", s.diaphragms},

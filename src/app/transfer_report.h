@@ -19,6 +19,9 @@ struct TransferReport {
   // In the order the transfer met them; an object noted twice in the same words (the
   // three parts of a divided triangle share their loads) is listed once.
   std::vector<DropNote> left_out;
+  // Empty when the transfer ran to its end; else the message it stopped with. A stopped
+  // transfer's report still names what was left out until then.
+  std::string stopped;
 
   // Adds a note unless the same note is already there.
   void Note(const DropNote& note);

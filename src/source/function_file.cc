@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <string>
+#include <utility>
 
 namespace vtt {
 namespace {
@@ -94,11 +96,12 @@ std::vector<std::string_view> FixedFields(std::string_view line, int width, int 
   return fields;
 }
 
-FunctionFilePoints Rejected() {
+FunctionFilePoints Rejected(std::string refusal) {
   FunctionFilePoints points;
   points.times = {0.0, 1.0};
   points.values = {0.0, 0.0};
   points.accepted = false;
+  points.refusal = std::move(refusal);
   return points;
 }
 
@@ -151,9 +154,12 @@ FunctionFilePoints ReadFunctionText(std::string_view content, const FunctionFile
       }
     }
   }
-  if (points.times.empty() || points.times.front() < 0.0) return Rejected();
+  if (points.times.empty()) return Rejected("it gives no point");
+  if (points.times.front() < 0.0) return Rejected("its first time is negative");
   for (std::size_t i = 1; i < points.times.size(); ++i) {
-    if (!(points.times[i] > points.times[i - 1])) return Rejected();
+    if (!(points.times[i] > points.times[i - 1])) {
+      return Rejected("its times do not rise at point " + std::to_string(i + 1));
+    }
   }
   points.accepted = true;
   return points;
@@ -161,7 +167,7 @@ FunctionFilePoints ReadFunctionText(std::string_view content, const FunctionFile
 
 FunctionFilePoints ReadFunctionFile(const FunctionFileLayout& layout) {
   std::ifstream in(std::filesystem::path(layout.fileName), std::ios::binary);
-  if (layout.fileName.empty() || !in) return Rejected();
+  if (layout.fileName.empty() || !in) return Rejected("it cannot be opened");
   const std::string content(std::istreambuf_iterator<char>(in), {});
   return ReadFunctionText(content, layout);
 }

@@ -41,6 +41,9 @@ struct FunctionFilePoints {
   std::vector<double> values;
   // False when the file was rejected and the points are (0, 0) and (1, 0).
   bool accepted = false;
+  // Why it was rejected, in the user's words ("cannot be opened", "its times do not rise
+  // at point 3", ...); empty when it was accepted.
+  std::string refusal;
 };
 
 FunctionFilePoints ReadFunctionFile(const FunctionFileLayout& layout);

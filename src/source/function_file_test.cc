@@ -76,6 +76,21 @@ TEST(FunctionFile, FileThatCannotBeOpenedGivesTheTwoPointFunction) {
   ExpectTwoPointFunction(ReadFunctionFile(layout));
 }
 
+TEST(FunctionFile, ARejectedFileSaysWhy) {
+  EXPECT_EQ(ReadFunctionText("0 0\n1 5\n0.5 2\n2 1\n", Pairs()).refusal,
+            "its times do not rise at point 3");
+  EXPECT_EQ(ReadFunctionText("0 0\n1 5\n1 6\n", Pairs()).refusal,
+            "its times do not rise at point 3");
+  EXPECT_EQ(ReadFunctionText("-0.1 0\n1 5\n", Pairs()).refusal, "its first time is negative");
+  EXPECT_EQ(ReadFunctionText("", Values(0.02)).refusal, "it gives no point");
+  FunctionFileLayout layout = Values(0.02);
+  layout.fileName = (std::filesystem::temp_directory_path() / "vtt-no-such-record.txt").string();
+  EXPECT_EQ(ReadFunctionFile(layout).refusal, "it cannot be opened");
+  const auto accepted = ReadFunctionText("0.1\n-0.2\n", Values(0.02));
+  EXPECT_TRUE(accepted.accepted);
+  EXPECT_EQ(accepted.refusal, "");
+}
+
 TEST(FunctionFile, ReadsAFileFromDisk) {
   testing::TempFolder folder("function-file");
   const auto path = folder.Path() / "eq.txt";

@@ -1,9 +1,12 @@
 #include "source/vask_load.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
+#include <unordered_map>
 #include <utility>
 
 #include "store/units.h"
@@ -26,6 +29,18 @@ void MakeRoom(int num, OneBasedList<double>& first, Lists&... rest) {
   if (num <= first.Num()) return;
   first.Redim(num);
   (rest.Redim(num), ...);
+}
+
+// A distance or value in a note: as many digits as it takes, up to 15.
+std::string NoteNumber(double value) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%.15g", value);
+  return text;
+}
+
+// The name a frame load goes by in a note: the frame and the pattern.
+std::string FrameLoadName(const std::string& frame, const std::string& pattern) {
+  return frame + " (" + pattern + ")";
 }
 
 }  // namespace
@@ -189,7 +204,7 @@ void VaskLoadFrameDistObj::AddLoadFrameDistributed(int dir, double rd1, double r
   AppendItem(rd1, rd2, val1, val2);
 }
 
-void VaskLoadFrameDistObj::SortLoadFrameDistributed(int unitLength) {
+void VaskLoadFrameDistObj::SortLoadFrameDistributed(int unitLength, const DropObserver* observer) {
   // Each piece is a trapezoid: nothing left of its start or right of its end.
   for (int i = 1; i <= ItemNum; ++i) {
     PairObj.AddPair(RD1(i), 0.0, Val1(i), RD2(i), Val2(i), 0.0);
@@ -203,7 +218,16 @@ void VaskLoadFrameDistObj::SortLoadFrameDistributed(int unitLength) {
     const double l = pairs.ValLeft(s + 1);
     if (std::abs(r) <= kSmall && std::abs(l) <= kSmall) continue;
     const double gap = std::abs(pairs.dist(s + 1) - pairs.dist(s));
-    if (!(tolerance < gap)) continue;
+    if (!(tolerance < gap)) {
+      if (observer != nullptr && *observer) {
+        (*observer)({"frame distributed load", FrameLoadName(Label, PatternLabel),
+                      "the loaded piece from RD " + NoteNumber(pairs.dist(s)) + " to " +
+                          NoteNumber(pairs.dist(s + 1)) + " (" + NoteNumber(r) + " to " +
+                          NoteNumber(l) + ") is no longer than the length tolerance " +
+                          NoteNumber(tolerance)});
+      }
+      continue;
+    }
     AppendItem(pairs.dist(s), pairs.dist(s + 1), r, l);
   }
 
@@ -253,12 +277,20 @@ void VaskLoadFramePointObj::RemoveLoadFramePoint(int k) {
   --ItemNum;
 }
 
-void VaskLoadFramePointObj::SortLoadFramePoint() {
+void VaskLoadFramePointObj::SortLoadFramePoint(const DropObserver* observer) {
+  // What the loads come to, taken before the sort when someone listens: the sort itself
+  // can lose loads (see below), and the loss shows only against the loads it was given.
+  std::vector<std::pair<double, double>> given;
+  if (observer != nullptr && *observer) {
+    for (int i = 1; i <= ItemNum; ++i) given.emplace_back(RD(i), Val(i));
+  }
+
   // Both bounds stay those on entry. After a fold, j moves on past the item that slid into
   // its place, and the loops go on reading the entries past the shortened ItemNum, which
   // still hold copies of the items that slid down. A copy that meets its own item folds
   // into it and lowers ItemNum once more, so the last item falls off: loads at 0.3, 0.3
-  // and 0.7 end as the one item at 0.3.
+  // and 0.7 end as the one item at 0.3. A swap with such a copy puts a real item past
+  // ItemNum in the same way.
   const int n = ItemNum;
   for (int i = 1; i <= n - 1; ++i) {
     for (int j = i + 1; j <= n; ++j) {
@@ -273,6 +305,42 @@ void VaskLoadFramePointObj::SortLoadFramePoint() {
       }
     }
   }
+  if (!given.empty()) NoteSortLosses(given, *observer);
+}
+
+void VaskLoadFramePointObj::NoteSortLosses(std::vector<std::pair<double, double>> given,
+                                           const DropObserver& observer) const {
+  // The loads as a right sort would leave them: coincident ones summed, in RD order.
+  std::stable_sort(given.begin(), given.end(),
+                   [](const auto& a, const auto& b) { return a.first < b.first; });
+  std::vector<std::pair<double, double>> sums;
+  for (const auto& [rd, val] : given) {
+    if (!sums.empty() && std::abs(rd - sums.back().first) < kSmall) {
+      sums.back().second += val;
+    } else {
+      sums.emplace_back(rd, val);
+    }
+  }
+  for (const auto& [rd, sum] : sums) {
+    bool kept = false;
+    double keptSum = 0.0;
+    for (int i = 1; i <= ItemNum; ++i) {
+      if (std::abs(RD(i) - rd) < kSmall) {
+        kept = true;
+        keptSum += Val(i);
+      }
+    }
+    const std::string name = FrameLoadName(Label, PatternLabel);
+    if (!kept) {
+      observer({"frame point load", name,
+                "the load of " + NoteNumber(sum) + " at RD " + NoteNumber(rd) +
+                    " falls off the list while coincident loads are folded"});
+    } else if (std::abs(keptSum - sum) > 1e-9 * std::max(1.0, std::abs(sum))) {
+      observer({"frame point load", name,
+                "the loads at RD " + NoteNumber(rd) + " come to " + NoteNumber(sum) +
+                    ", but the sort keeps " + NoteNumber(keptSum)});
+    }
+  }
 }
 
 bool VaskLoadFramePointObj::HasLoad() const {
@@ -280,6 +348,35 @@ bool VaskLoadFramePointObj::HasLoad() const {
     if (std::abs(Val(i)) > kSmall) return true;
   }
   return false;
+}
+
+void NoteReplacedNodeLoads(const std::vector<const VaskLoadNodeObj*>& loads,
+                           const DropObserver& observer) {
+  if (!observer) return;
+  // The last object that holds each node and pattern: the one the nodal pattern keeps.
+  std::unordered_map<std::string, std::size_t> last;
+  const auto key = [](const std::string& node, const std::string& pattern) {
+    return node + '\n' + pattern;
+  };
+  for (std::size_t k = 0; k < loads.size(); ++k) {
+    for (int i = 1; i <= loads[k]->ItemNum; ++i) {
+      last[key(loads[k]->Label, loads[k]->LoadPattern(i))] = k;
+    }
+  }
+  for (std::size_t k = 0; k < loads.size(); ++k) {
+    const VaskLoadNodeObj& load = *loads[k];
+    for (int i = 1; i <= load.ItemNum; ++i) {
+      if (last[key(load.Label, load.LoadPattern(i))] == k) continue;
+      const double values[] = {load.F1(i), load.F2(i), load.F3(i),
+                               load.M1(i), load.M2(i), load.M3(i)};
+      bool loaded = false;
+      for (const double v : values) loaded = loaded || std::abs(v) > kSmall;
+      if (!loaded) continue;
+      observer({"nodal load", load.Label + " (" + load.LoadPattern(i) + ")",
+                "a later load of the node in the same pattern (a frame's end point load moved "
+                "onto it) replaces it: the structure keeps only the last"});
+    }
+  }
 }
 
 // ---- VaskLoadAreaObj ----

@@ -8,7 +8,10 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
+#include "source/drop_note.h"
 #include "source/vask_one_based.h"
 
 namespace vtt {
@@ -94,8 +97,9 @@ class VaskLoadFrameDistObj {
   // Rewrites the items as the superposition of all of them: sorted, non-overlapping
   // pieces; spans that carry nothing, or are no longer than the tolerance of the length
   // unit `unitLength` (see LoadFrameDistributedSpanTolerance), are left out, and adjoining
-  // pieces on one straight line are joined.
-  void SortLoadFrameDistributed(int unitLength);
+  // pieces on one straight line are joined. A loaded span left out for its length is told
+  // to `observer`, when there is one.
+  void SortLoadFrameDistributed(int unitLength, const DropObserver* observer = nullptr);
   // True when an item has |Val1| or |Val2| above 1e-6.
   bool HasLoad() const;
 
@@ -128,7 +132,8 @@ class VaskLoadFramePointObj {
   // Sorts the items by RD and folds loads within 1e-6 of each other into one. The bounds of
   // both loops are those on entry, so once a fold has shortened the list the loops go on
   // reading the old entries past ItemNum, and a fold with one of those shortens it again.
-  void SortLoadFramePoint();
+  // A load that is lost that way is told to `observer`, when there is one.
+  void SortLoadFramePoint(const DropObserver* observer = nullptr);
   // Moves the items above k one place down and lowers ItemNum by 1; the lists keep their
   // length.
   void RemoveLoadFramePoint(int k);
@@ -146,6 +151,12 @@ class VaskLoadFramePointObj {
   std::string CSys;
   int LoadType = 0;
   std::string PatternLabel;
+
+ private:
+  // Tells `observer` of each of the `given` loads (RD, value) that the sorted list does not
+  // hold as a right sort would: gone, or kept with another sum.
+  void NoteSortLosses(std::vector<std::pair<double, double>> given,
+                      const DropObserver& observer) const;
 };
 
 // The uniform loads of one area, one item per pattern. A value is kept as its decimal
@@ -168,6 +179,14 @@ class VaskLoadAreaObj {
   OneBasedList<int> Direction;
   OneBasedList<std::string> LoadPattern;
 };
+
+// Tells `observer` of every nodal load that the structure will not keep because a later
+// object of the same node holds the same pattern: the nodal pattern takes the last one of
+// them. Only an end point load moved onto a node (CheckLoadFramePoint) makes a second
+// object of a node, so the one replaced is the node's own or area load, or an earlier end
+// load.
+void NoteReplacedNodeLoads(const std::vector<const VaskLoadNodeObj*>& loads,
+                           const DropObserver& observer);
 
 // The text an area load value is kept as: `%.15g`.
 std::string LoadAreaValueText(double value);

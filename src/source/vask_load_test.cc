@@ -332,6 +332,29 @@ TEST(VaskLoadFrameDistTest, ASpanNoLongerThanTheToleranceIsLeftOut) {
   EXPECT_EQ(PiecesOf(metres), (std::vector<Piece>{{0.5, 0.5000005, 3, 3}}));
 }
 
+TEST(VaskLoadFrameDistTest, ASpanLeftOutForItsLengthIsTold) {
+  std::vector<DropNote> notes;
+  const DropObserver observer = [&notes](const DropNote& note) { notes.push_back(note); };
+  VaskLoadFrameDistObj millimetres = WithNarrowLoadedSpan();
+  millimetres.Label = "B7";
+  millimetres.PatternLabel = "DEAD";
+  millimetres.SortLoadFrameDistributed(kMillimetre, &observer);
+  EXPECT_EQ(millimetres.ItemNum, 0);
+  ASSERT_EQ(notes.size(), 1u);
+  EXPECT_EQ(notes[0].kind, "frame distributed load");
+  EXPECT_EQ(notes[0].name, "B7 (DEAD)");
+  EXPECT_EQ(notes[0].reason.rfind("the loaded piece from RD 0.5 to 0.5000005 (3 to 3) is no "
+                                  "longer than the length tolerance ",
+                                  0),
+            0u)
+      << notes[0].reason;
+
+  // In metres the span is long enough: nothing is told.
+  VaskLoadFrameDistObj metres = WithNarrowLoadedSpan();
+  metres.SortLoadFrameDistributed(kMetre, &observer);
+  EXPECT_EQ(notes.size(), 1u);
+}
+
 // ---- VaskLoadFramePointObj ----
 
 TEST(VaskLoadFramePointTest, UpwardDirectionsAreStoredNegatedAndListsFitTheItems) {
@@ -374,6 +397,99 @@ TEST(VaskLoadFramePointTest, AFoldReadsTheStaleTailAndDropsTheLastLoad) {
   ASSERT_EQ(load.RD.Num(), 3);
   EXPECT_EQ(load.RD(2), 0.7);
   EXPECT_EQ(load.Val(2), 2);
+}
+
+// Records the notes of a sort.
+struct NoteList {
+  std::vector<DropNote> notes;
+  DropObserver observer = [this](const DropNote& note) { notes.push_back(note); };
+};
+
+TEST(VaskLoadFramePointTest, TheLoadThatFallsOffDuringAFoldIsTold) {
+  NoteList told;
+  VaskLoadFramePointObj load;
+  load.Label = "B1";
+  load.PatternLabel = "LIVE";
+  load.AddLoadFramePoint(kGravity, 0.3, 5);
+  load.AddLoadFramePoint(kGravity, 0.3, 2.5);
+  load.AddLoadFramePoint(kGravity, 0.7, 1);
+  load.SortLoadFramePoint(&told.observer);
+  EXPECT_EQ(PointsOf(load), (std::vector<PointLoad>{{0.3, 7.5}}));
+  ASSERT_EQ(told.notes.size(), 1u);
+  EXPECT_EQ(told.notes[0].kind, "frame point load");
+  EXPECT_EQ(told.notes[0].name, "B1 (LIVE)");
+  EXPECT_EQ(told.notes[0].reason,
+            "the load of 1 at RD 0.7 falls off the list while coincident loads are folded");
+}
+
+TEST(VaskLoadFramePointTest, ThreeLoadsAtOneDistanceAllFallOffAndAreToldOnce) {
+  NoteList told;
+  VaskLoadFramePointObj load;
+  load.Label = "B2";
+  load.PatternLabel = "DEAD";
+  load.AddLoadFramePoint(kGravity, 0.3, 1);
+  load.AddLoadFramePoint(kGravity, 0.3, 1);
+  load.AddLoadFramePoint(kGravity, 0.3, 1);
+  load.SortLoadFramePoint(&told.observer);
+  // The first fold with a stale copy only moves the third load into the first; the second
+  // takes the whole sum off the list.
+  EXPECT_EQ(load.ItemNum, 0);
+  ASSERT_EQ(told.notes.size(), 1u);
+  EXPECT_EQ(told.notes[0].reason,
+            "the load of 3 at RD 0.3 falls off the list while coincident loads are folded");
+}
+
+TEST(VaskLoadFramePointTest, FoldsWithinTheListAreNotTold) {
+  NoteList told;
+  VaskLoadFramePointObj load;
+  load.AddLoadFramePoint(kGravity, 0.1, 3);
+  load.AddLoadFramePoint(kGravity, 0.2, 1);
+  load.AddLoadFramePoint(kGravity, 0.4, 5);
+  load.AddLoadFramePoint(kGravity, 0.4000005, 2.5);
+  load.SortLoadFramePoint(&told.observer);
+  EXPECT_EQ(PointsOf(load), (std::vector<PointLoad>{{0.1, 3}, {0.2, 1}, {0.4, 7.5}}));
+  EXPECT_TRUE(told.notes.empty());
+}
+
+TEST(VaskLoadFramePointTest, ASwapWithTheStaleTailLosesALoadAndDoublesAnother) {
+  // After the fold at 0.4 the stale copy of the load at 0.2 trades places with the sum:
+  // the sum goes past ItemNum and the load at 0.2 stands twice.
+  NoteList told;
+  VaskLoadFramePointObj load;
+  load.Label = "B3";
+  load.PatternLabel = "DEAD";
+  load.AddLoadFramePoint(kGravity, 0.4, 5);
+  load.AddLoadFramePoint(kGravity, 0.4000005, 2.5);
+  load.AddLoadFramePoint(kGravity, 0.2, 1);
+  load.SortLoadFramePoint(&told.observer);
+  EXPECT_EQ(PointsOf(load), (std::vector<PointLoad>{{0.2, 1}, {0.2, 1}}));
+  ASSERT_EQ(told.notes.size(), 2u);
+  EXPECT_EQ(told.notes[0].name, "B3 (DEAD)");
+  EXPECT_EQ(told.notes[0].reason, "the loads at RD 0.2 come to 1, but the sort keeps 2");
+  EXPECT_EQ(told.notes[1].reason,
+            "the load of 7.5 at RD 0.4 falls off the list while coincident loads are folded");
+}
+
+TEST(VaskLoadNodeTest, AnEarlierObjectOfANodeAndPatternIsToldAsReplaced) {
+  VaskLoadNodeObj own;
+  own.SetLoadNode("N2", "DEAD", 0, 0, -5, 0, 0, 0);
+  own.SetLoadNode("N2", "LIVE", 0, 0, -2, 0, 0, 0);
+  own.SetLoadNode("N2", "WIND", 0, 0, 0, 0, 0, 0);
+  VaskLoadNodeObj endLoad;
+  endLoad.SetLoadNode("N2", "DEAD", 0, 0, 4, 0, 0, 0);
+  VaskLoadNodeObj zeroEnd;
+  zeroEnd.SetLoadNode("N2", "WIND", 0, 0, 1, 0, 0, 0);
+  VaskLoadNodeObj other;
+  other.SetLoadNode("N3", "DEAD", 0, 0, 1, 0, 0, 0);
+  NoteList told;
+  NoteReplacedNodeLoads({&own, &endLoad, &zeroEnd, &other}, told.observer);
+  // LIVE has one object; WIND's replaced item carries nothing.
+  ASSERT_EQ(told.notes.size(), 1u);
+  EXPECT_EQ(told.notes[0].kind, "nodal load");
+  EXPECT_EQ(told.notes[0].name, "N2 (DEAD)");
+  EXPECT_EQ(told.notes[0].reason,
+            "a later load of the node in the same pattern (a frame's end point load moved onto "
+            "it) replaces it: the structure keeps only the last");
 }
 
 TEST(VaskLoadFramePointTest, RemoveMovesTheLaterItemsDownAndKeepsTheListLength) {

@@ -293,6 +293,8 @@ class VaskModelObj {
   void NoteDrop(std::string kind, std::string name, std::string reason) const {
     if (dropObserver_) dropObserver_({std::move(kind), std::move(name), std::move(reason)});
   }
+  // The observer for the load objects' own notes; none when nobody listens.
+  const DropObserver* DropObserverIfAny() const { return dropObserver_ ? &dropObserver_ : nullptr; }
 
  private:
   RecordFileWriter recordFileWriter_;

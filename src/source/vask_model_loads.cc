@@ -141,7 +141,8 @@ void ReadLoadFrameDistributed(HostModel& host, VaskFrameObj& frame, UnitLength& 
     }
   }
   for (int k = 1; k <= frame.LoadFrameDistributedNum(); ++k) {
-    frame.LoadFrameDistributedObj(k)->SortLoadFrameDistributed(unitLength());
+    frame.LoadFrameDistributedObj(k)->SortLoadFrameDistributed(unitLength(),
+                                                                model.DropObserverIfAny());
   }
 }
 
@@ -172,7 +173,7 @@ void ReadLoadFramePoint(HostModel& host, VaskFrameObj& frame, const VaskModelObj
         .AddLoadFramePoint(dirs[At(i)], relDist[At(i)], val[At(i)]);
   }
   for (int k = 1; k <= frame.LoadFramePointNum(); ++k) {
-    frame.LoadFramePointObj(k)->SortLoadFramePoint();
+    frame.LoadFramePointObj(k)->SortLoadFramePoint(model.DropObserverIfAny());
   }
 }
 
@@ -368,6 +369,12 @@ void VaskModelObj::SpreadLoadAreas() {
         }
       }
     }
+  }
+  // The last stage that adds nodal loads: tell which of them the nodal pattern will not keep.
+  if (const DropObserver* observer = DropObserverIfAny()) {
+    std::vector<const VaskLoadNodeObj*> nodeLoads;
+    for (int n = 1; n <= LoadNodeNum(); ++n) nodeLoads.push_back(LoadNodeObj(n));
+    NoteReplacedNodeLoads(nodeLoads, *observer);
   }
 }
 

@@ -157,6 +157,10 @@ void VaskModelObj::ReadVaskTHFunc() {
                                            layout.fieldWidth, dt);
         layout.dt = dt;
         const FunctionFilePoints file = ReadFunctionFile(layout);
+        if (!file.accepted && status == 0)
+          NoteDrop("function file", name,
+                   "\"" + layout.fileName + "\" was refused (" + file.refusal +
+                       "): the function went in as the two points (0, 0) and (1, 0)");
         for (std::size_t i = 0; i < file.times.size(); ++i) points.Add(file.times[i], file.values[i]);
         break;
       }
@@ -214,6 +218,9 @@ void VaskModelObj::ReadVaskTHFunc() {
       }
       default:
         // Any other kind gives no points.
+        if (status == 0)
+          NoteDrop("function", name,
+                   "its kind " + std::to_string(kind) + " is not read: it went in without points");
         break;
     }
     // A kind the host could not answer is left out altogether.

@@ -195,6 +195,7 @@ struct SeenRequest {
 // Runs the stage on `host` with a writer that keeps every request.
 struct Stage {
   explicit Stage(FunctionHost& host) : model(host) {
+    model.SetDropObserver([this](const DropNote& note) { notes.push_back(note); });
     model.SetRecordFileWriter([this](const VaskModelObj::RecordFileRequest& r) {
       SeenRequest seen{std::string(r.name), std::string(r.title), r.count, {}, r.duration, r.dt,
                        r.zeroBased};
@@ -215,6 +216,7 @@ struct Stage {
   }
   VaskModelObj model;
   std::vector<SeenRequest> requests;
+  std::vector<DropNote> notes;
 };
 
 constexpr double kCircle = 6.2831852;
@@ -422,6 +424,10 @@ TEST(ReadVaskTHFunc, UnknownKindGivesNoPointsButIsKept) {
   EXPECT_EQ(stage.requests[0].count, 0);
   // No time at all: the largest time stays at its start, below 0, and becomes 1.
   EXPECT_EQ(stage.requests[0].duration, 1.0);
+  ASSERT_EQ(stage.notes.size(), 1u);
+  EXPECT_EQ(stage.notes[0].kind, "function");
+  EXPECT_EQ(stage.notes[0].name, "ODD");
+  EXPECT_EQ(stage.notes[0].reason, "its kind 9 is not read: it went in without points");
 }
 
 TEST(ReadVaskTHFunc, LargestTimeBelowZeroGivesDurationOne) {
@@ -495,6 +501,22 @@ TEST(ReadVaskTHFunc, FileThatCannotBeReadGivesTheTwoPointFunction) {
   EXPECT_EQ(stage.Kept(1), (Points{{0, 0}, {1, 0}}));
   EXPECT_EQ(stage.requests[0].duration, 1.0);
   EXPECT_EQ(stage.model.THFuncObj(1)->Dt, 0.01);
+  ASSERT_EQ(stage.notes.size(), 1u);
+  EXPECT_EQ(stage.notes[0].kind, "function file");
+  EXPECT_EQ(stage.notes[0].name, "GONE");
+  EXPECT_EQ(stage.notes[0].reason,
+            "\"/nonexistent/vtt/eq.txt\" was refused (it cannot be opened): the function went "
+            "in as the two points (0, 0) and (1, 0)");
+}
+
+TEST(ReadVaskTHFunc, AFileFunctionTheHostCannotAnswerIsToldOnceAsNotGiven) {
+  FunctionHost host;
+  HostFunction brokenFile;
+  brokenFile.status = 1;
+  host.Add("NOFILE", brokenFile);
+  Stage stage(host);
+  ASSERT_EQ(stage.notes.size(), 1u);
+  EXPECT_EQ(stage.notes[0].reason, "the host could not give its points");
 }
 
 TEST(ReadVaskTHFunc, WithoutAWriterTheFunctionsAreStillKept) {
