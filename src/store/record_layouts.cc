@@ -97,7 +97,78 @@ const std::array kLayouts = {
     Layout("RecordFileHeader", record_file_rec::kHeaderSize, record_file_rec::kFields),
 };
 
+using enum FileSection;
+
+constexpr std::array<SectionDescriptor, 6> kASections = {{
+    {AHeader, "header"},
+    {LoadCases, "load cases"},
+    {LoadCaseMatrix, "load case matrix"},
+    {LoadCaseFactors, "load case factors"},
+    {LoadCaseList, "load case list"},
+    {LoadCaseValues, "load case values"},
+}};
+constexpr std::array<SectionDescriptor, 1> kUlsSections = {{{UlsHeader, "header"}}};
+constexpr std::array<SectionDescriptor, 2> kPoSections = {{
+    {PoHeader, "header"},
+    {PoRecord, "record"},
+}};
+constexpr std::array<SectionDescriptor, 2> kPoaSections = {{
+    {PoaHeader, "header"},
+    {PoaRecords, "records"},
+}};
+constexpr std::array<SectionDescriptor, 2> kPofSections = {{
+    {PofHeader, "header"},
+    {PofRecord, "record"},
+}};
+constexpr std::array<SectionDescriptor, 6> kLSections = {{
+    {LHeader, "header"},
+    {GravityCases, "gravity cases"},
+    {PushoverCases, "pushover cases"},
+    {PushoverDriftFlags, "pushover drift flags"},
+    {DynamicCases, "dynamic cases"},
+    {OtherCaseLists, "other case lists"},
+}};
+constexpr std::array<SectionDescriptor, 18> kSSections = {{
+    {SHeader, "header"},
+    {Nodes, "nodes"},
+    {Diaphragms, "diaphragms"},
+    {NodalMass, "nodal mass"},
+    {ElemGroups, "element groups"},
+    {Elems, "elements"},
+    {StructureFrames, "structure frames"},
+    {NodalLoads, "nodal loads"},
+    {FrameLoads, "frame loads"},
+    {SelfWeight, "self weight"},
+    {ZeroWords, "zero words"},
+    {SectionCuts, "section cuts"},
+    {CutMembers, "cut members"},
+    {CutGroups, "cut groups"},
+    {Drifts, "drifts"},
+    {LimitStates, "limit states"},
+    {ComponentLibrary, "component library"},
+    {Tail, "tail"},
+}};
+
+constexpr std::array<StructureFileLayout, 7> kFiles = {{
+    {"A", kASections},
+    {"ULS", kUlsSections},
+    {"PO", kPoSections},
+    {"POA", kPoaSections},
+    {"POF", kPofSections},
+    {"L", kLSections},
+    {"S", kSSections},
+}};
+
 }  // namespace
+
+std::span<const StructureFileLayout> StructureFileLayouts() { return kFiles; }
+
+const StructureFileLayout* FindStructureFileLayout(std::string_view suffix) {
+  for (const StructureFileLayout& file : kFiles) {
+    if (file.suffix == suffix) return &file;
+  }
+  return nullptr;
+}
 
 std::span<const RecordLayout> RecordLayouts() { return kLayouts; }
 

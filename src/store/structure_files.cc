@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "store/binary_writer.h"
+#include "store/record_layouts.h"
 #include "store/trelk_store.h"
 #include "transfer/messages.h"
 
@@ -113,241 +114,301 @@ void WriteElement(FileOut& out, const ByteMatrix& matrix,
   out.W().Bytes(matrix.Get(index));
 }
 
-void WriteAFile(const TrelkStore& store, FileOut& out) {
-  BinaryWriter& w = out.W();
-  WriteTitleBlock(store, w);
-  const std::int32_t cases = store.LoadCases.Count();
-  w.I16(static_cast<std::int16_t>(cases));
-  w.I16(store.LoadCaseMatrixRows).I16(store.LoadCaseMatrixColumns);
-  for (std::int32_t c = 1; c <= cases; ++c) {
-    const auto bytes = store.LoadCases.RecordBytes(c);
-    w.Bytes(bytes);
-    // The last byte says whether a detail record follows; this program never makes one.
-    if (bytes.back() == 1) {
-      throw std::logic_error("load case detail records are not produced by this program");
-    }
-  }
-  for (std::int32_t r = 1; r <= store.LoadCaseMatrixRows; ++r) {
-    for (std::int32_t c = 1; c <= store.LoadCaseMatrixColumns; ++c) {
-      WriteElement(out, store.LoadCaseMatrix, {r, c});
-    }
-  }
-  w.I16(store.LoadCaseFactorSlots);
-  for (std::int32_t c = 1; c <= cases; ++c) {
-    for (std::int32_t s = 1; s <= store.LoadCaseFactorSlots; ++s) {
-      WriteElement(out, store.LoadCaseFactors, {c, s});
-    }
-  }
-  const std::int32_t entries = store.LoadCaseList.Count();
-  w.I16(static_cast<std::int16_t>(entries));
-  WriteRecords(out, store.LoadCaseList, entries);
-  for (std::int32_t e = 1; e <= entries; ++e) {
-    for (std::int32_t c = 1; c <= cases; ++c) WriteElement(out, store.LoadCaseValues, {e, c});
-  }
-}
-
-void WriteUlsFile(const TrelkStore& store, FileOut& out) {
-  out.W().Text(8, store.VersionText).I16(0).I16(0);
-}
-
-void WritePoFile(const TrelkStore& store, FileOut& out) {
-  out.W().Text(8, store.VersionText).ZeroFill(282);
-}
-
-void WritePoaFile(const TrelkStore& store, FileOut& out) {
-  out.W().Text(8, store.VersionText).TaggedEmpty();
-}
-
-void WritePofFile(const TrelkStore& store, FileOut& out) {
-  out.W().Text(8, store.VersionText).ZeroFill(20);
-}
-
-void WriteLFile(const TrelkStore& store, FileOut& out) {
-  BinaryWriter& w = out.W();
-  WriteTitleBlock(store, w);
-  for (std::int16_t count : store.CaseListCount()) w.I16(count);
-  for (std::int16_t capacity : store.CaseListCapacity()) w.I16(capacity);
-  WriteRecords(out, store.GravityCases, store.GravityCases.Count());
-  WriteRecords(out, store.PushoverCases, store.PushoverCases.Count());
-  for (std::int32_t p = 1; p <= store.PushoverCases.Count(); ++p) {
-    for (std::int32_t d = 1; d <= store.Drifts.Count(); ++d) {
-      WriteElement(out, store.PushoverDriftFlag, {p, d});
-    }
-  }
-  WriteRecords(out, store.DynamicCases, store.DynamicCases.Count());
-  // Slots 4 to 8 are lists this program never fills: no records follow.
-}
-
-void WriteSFile(TrelkStore& store, std::int16_t header_argument, FileOut& out) {
+// Writes one section of a structure file. Which sections a file has, and in what order,
+// is the file's section list (record_layouts.h), which the reader walks too.
+void WriteSection(FileSection section, TrelkStore& store, std::int16_t header_argument,
+                  FileOut& out) {
   BinaryWriter& w = out.W();
   const UnitBlock& u = store.Units;
-  WriteTitleBlock(store, w);
-  w.I16(store.HeaderWord1).I16(u.UnitLength).I16(u.UnitForce).F32(u.UnitGravity);
-  w.I16(u.BeepOnFileError).I16(u.SizeChoice).I16(u.UnitWord3);
-  store.HeaderWord2 = 1;
-  w.I16(store.HeaderWord2).I16(header_argument).I16(store.HeaderWord3);
-  w.I32(store.HeaderLong1).I32(store.HeaderLong2).I32(store.HeaderLong3);
-  w.I16(store.LeadListCount).I16(store.LeadListFlag);
-  // The head list is always empty; its records would be blank.
-  if (store.LeadListFlag > 0) w.ZeroFill(record_size::kLeadList * store.LeadListCount);
-  w.F64(u.SizeValue).Text(8, u.SizeText);
-
+  const std::int32_t cases = store.LoadCases.Count();
   const std::int32_t nodes = store.Nodes.Count();
-  w.I32(nodes).I32(store.LastNodeAdded).I32(store.Nodes.Capacity());
-
-  // 1. Nodes.
-  WriteRecords(out, store.Nodes, nodes);
-
-  // 2. Rigid diaphragms.
-  w.I16(static_cast<std::int16_t>(store.Diaphragms.Count()));
-  w.I16(static_cast<std::int16_t>(store.Diaphragms.Capacity()));
-  WriteRecords(out, store.Diaphragms, store.Diaphragms.Count());
-
-  // 3. Nodal mass patterns: the only count and capacity written as tagged values.
-  const std::int32_t mass_patterns = store.NodalMassPatterns.Count();
-  w.TaggedI16(static_cast<std::int16_t>(mass_patterns));
-  w.TaggedI16(static_cast<std::int16_t>(store.NodalMassPatterns.Capacity()));
-  WriteRecords(out, store.NodalMassPatterns, mass_patterns);
-  for (std::int32_t p = 1; p <= mass_patterns; ++p) {
-    for (std::int32_t n = 1; n <= nodes; ++n) WriteElement(out, store.NodalMass, {p, n});
-    out.Flush();
-  }
-
-  // 4. Element groups.
   const std::int32_t groups = store.ElemGroups.Count();
-  w.I16(static_cast<std::int16_t>(groups)).I16(store.ElemGroupLast);
-  w.I16(static_cast<std::int16_t>(store.ElemGroups.Capacity()));
-  WriteRecords(out, store.ElemGroups, groups);
-
-  // 5. Elements.
   const std::int32_t elems = store.Elems.Count();
-  w.I32(elems).I32(store.ElemLast).I32(store.Elems.Capacity());
-  WriteRecords(out, store.Elems, elems);
-
-  // 6. Structure frames, and their flag matrices dumped by capacity.
-  const std::int32_t frames = store.Frames.Count();
-  w.I16(static_cast<std::int16_t>(frames));
-  w.I16(static_cast<std::int16_t>(store.Frames.Capacity()));
-  WriteRecords(out, store.Frames, frames);
-  if (frames > 0) {
-    for (std::int32_t f = 1; f <= store.Frames.Capacity(); ++f) {
-      for (std::int32_t n = 1; n <= store.Nodes.Capacity(); ++n) {
-        WriteElement(out, store.FrameNodeFlag, {f, n});
-      }
-      out.Flush();
-    }
-    for (std::int32_t f = 1; f <= store.Frames.Capacity(); ++f) {
-      for (std::int32_t e = 0; e <= store.Elems.Capacity(); ++e) {
-        WriteElement(out, store.FrameElemFlag, {f, e});
-      }
-      out.Flush();
-    }
-  }
-
-  // 7. Nodal load patterns and their values.
-  const std::int32_t node_patterns = store.LoadNodePatterns.Count();
-  w.I16(static_cast<std::int16_t>(node_patterns));
-  w.I16(static_cast<std::int16_t>(store.LoadNodePatterns.Capacity()));
-  WriteRecords(out, store.LoadNodePatterns, node_patterns);
-  for (std::int32_t p = 1; p <= node_patterns; ++p) {
-    for (std::int32_t n = 1; n <= nodes; ++n) WriteElement(out, store.LoadNodeValue, {p, n});
-    out.Flush();
-  }
-
-  // 8. Frame load patterns, group indexes, group values by slot capacity, element indexes
-  //    and the value records.
-  const std::int32_t frame_patterns = store.LoadFramePatterns.Count();
-  w.I16(static_cast<std::int16_t>(frame_patterns));
-  w.I16(static_cast<std::int16_t>(store.LoadFramePatterns.Capacity()));
-  w.I16(store.LoadFrameValueSlotCapacity);
-  w.I16(static_cast<std::int16_t>(store.LoadFrameValues.Count()));
-  w.I16(static_cast<std::int16_t>(store.LoadFrameValues.Capacity()));
-  WriteRecords(out, store.LoadFramePatterns, frame_patterns);
-  for (std::int32_t p = 1; p <= frame_patterns; ++p) {
-    for (std::int32_t g = 1; g <= groups; ++g) WriteElement(out, store.LoadFrameGroupIndex, {p, g});
-  }
-  for (std::int32_t s = 1; s <= store.LoadFrameValueSlotCapacity; ++s) {
-    for (std::int32_t p = 1; p <= frame_patterns; ++p) {
-      for (std::int32_t g = 1; g <= groups; ++g) {
-        WriteElement(out, store.LoadFrameGroupValue, {s, p, g});
-      }
-    }
-  }
-  for (std::int32_t p = 1; p <= frame_patterns; ++p) {
-    for (std::int32_t e = 1; e <= elems; ++e) WriteElement(out, store.LoadFrameElemIndex, {p, e});
-    out.Flush();
-  }
-  WriteRecords(out, store.LoadFrameValues, store.LoadFrameValues.Count());
-
-  // 9. Self weight patterns and their element flags.
-  const std::int32_t weight_patterns = store.SelfWeightPatterns.Count();
-  w.I16(static_cast<std::int16_t>(weight_patterns));
-  w.I16(static_cast<std::int16_t>(store.SelfWeightPatterns.Capacity()));
-  WriteRecords(out, store.SelfWeightPatterns, weight_patterns);
-  for (std::int32_t p = 1; p <= weight_patterns; ++p) {
-    for (std::int32_t e = 1; e <= elems; ++e) WriteElement(out, store.SelfWeightElemFlag, {p, e});
-    out.Flush();
-  }
-
-  // 10. Six words of zero.
-  w.ZeroFill(6 * 2);
-
-  // 11. Section cuts: all cut records, then all their reference records.
   const std::int32_t cuts = store.SectionCuts.Count();
-  w.I16(static_cast<std::int16_t>(cuts)).I16(store.SectionCutLast);
-  w.I16(static_cast<std::int16_t>(store.SectionCuts.Capacity()));
-  WriteRecords(out, store.SectionCuts, cuts);
-  for (std::int32_t c = 1; c <= cuts; ++c) w.Bytes(store.SectionCuts.SubRecordBytes(c));
-
-  // 12. Cut members.
-  w.I32(store.CutMembers.Count()).I32(store.CutMembers.Capacity());
-  WriteRecords(out, store.CutMembers, store.CutMembers.Count());
-
-  // 13. Cut groups and their section cut flags.
-  const std::int32_t cut_groups = store.CutGroups.Count();
-  w.I16(static_cast<std::int16_t>(cut_groups));
-  w.I16(static_cast<std::int16_t>(store.CutGroups.Capacity()));
-  WriteRecords(out, store.CutGroups, cut_groups);
-  for (std::int32_t g = 1; g <= cut_groups; ++g) {
-    for (std::int32_t c = 1; c <= cuts; ++c) WriteElement(out, store.CutGroupFlag, {g, c});
-  }
-
-  // 14. Drifts and deflections.
-  w.I16(static_cast<std::int16_t>(store.Drifts.Count()));
-  w.I16(static_cast<std::int16_t>(store.Drifts.Capacity()));
-  w.I16(static_cast<std::int16_t>(store.Deflections.Count()));
-  w.I16(static_cast<std::int16_t>(store.Deflections.Capacity()));
-  WriteRecords(out, store.Drifts, store.Drifts.Count());
-  WriteRecords(out, store.Deflections, store.Deflections.Count());
-
-  // 15. Limit states: the count and capacity tables; the lists themselves stay empty.
-  for (std::int16_t count : store.LimitStateCount) {
-    if (count != 0) throw std::logic_error("limit-state records are not produced by this program");
-    w.I16(count);
-  }
-  for (std::int16_t capacity : store.LimitStateCapacity) w.I16(capacity);
-
-  // 16. The component library. A sub-record follows its owner only when the owner's flag
-  //     byte equals exactly 1.
-  w.I16(store.MaxComponentCount);
-  for (const ComponentListInfo& info : ComponentLibraryLayout()) {
-    const RecordList& list = store.Components(info.id);
-    w.I16(static_cast<std::int16_t>(list.Count()));
-    for (std::int32_t i = 1; i <= list.Count(); ++i) {
-      const auto record = list.RecordBytes(i);
-      w.Bytes(record);
-      if (info.sub_record_size > 0 && record[static_cast<std::size_t>(info.flag_offset)] == 1) {
-        w.Bytes(list.SubRecordBytes(i));
+  switch (section) {
+    // ---- TRKDA ----
+    case FileSection::AHeader:
+      WriteTitleBlock(store, w);
+      w.I16(static_cast<std::int16_t>(cases));
+      w.I16(store.LoadCaseMatrixRows).I16(store.LoadCaseMatrixColumns);
+      break;
+    case FileSection::LoadCases:
+      for (std::int32_t c = 1; c <= cases; ++c) {
+        const auto bytes = store.LoadCases.RecordBytes(c);
+        w.Bytes(bytes);
+        // The last byte says whether a detail record follows; this program never makes one.
+        if (bytes.back() == 1) {
+          throw std::logic_error("load case detail records are not produced by this program");
+        }
       }
-      out.Flush();
-    }
-    w.ZeroFill(2 * static_cast<std::size_t>(info.zeros_after));
-  }
+      break;
+    case FileSection::LoadCaseMatrix:
+      for (std::int32_t r = 1; r <= store.LoadCaseMatrixRows; ++r) {
+        for (std::int32_t c = 1; c <= store.LoadCaseMatrixColumns; ++c) {
+          WriteElement(out, store.LoadCaseMatrix, {r, c});
+        }
+      }
+      break;
+    case FileSection::LoadCaseFactors:
+      w.I16(store.LoadCaseFactorSlots);
+      for (std::int32_t c = 1; c <= cases; ++c) {
+        for (std::int32_t s = 1; s <= store.LoadCaseFactorSlots; ++s) {
+          WriteElement(out, store.LoadCaseFactors, {c, s});
+        }
+      }
+      break;
+    case FileSection::LoadCaseList:
+      w.I16(static_cast<std::int16_t>(store.LoadCaseList.Count()));
+      WriteRecords(out, store.LoadCaseList, store.LoadCaseList.Count());
+      break;
+    case FileSection::LoadCaseValues:
+      for (std::int32_t e = 1; e <= store.LoadCaseList.Count(); ++e) {
+        for (std::int32_t c = 1; c <= cases; ++c) WriteElement(out, store.LoadCaseValues, {e, c});
+      }
+      break;
 
-  // 17. The tail: two empty lists.
-  if (store.HeaderWord2 >= 1) {
-    w.I16(0).I16(0).I16(0);
-    w.I32(0).I32(0);
+    // ---- TRKDULS, TRKDPO, TRKDPOA, TRKDPOF ----
+    case FileSection::UlsHeader:
+      w.Text(8, store.VersionText).I16(0).I16(0);
+      break;
+    case FileSection::PoHeader:
+    case FileSection::PoaHeader:
+    case FileSection::PofHeader:
+      w.Text(8, store.VersionText);
+      break;
+    case FileSection::PoRecord:
+      w.ZeroFill(282);
+      break;
+    case FileSection::PoaRecords:
+      w.TaggedEmpty();
+      break;
+    case FileSection::PofRecord:
+      w.ZeroFill(20);
+      break;
+
+    // ---- TRKDL ----
+    case FileSection::LHeader:
+      WriteTitleBlock(store, w);
+      for (std::int16_t count : store.CaseListCount()) w.I16(count);
+      for (std::int16_t capacity : store.CaseListCapacity()) w.I16(capacity);
+      break;
+    case FileSection::GravityCases:
+      WriteRecords(out, store.GravityCases, store.GravityCases.Count());
+      break;
+    case FileSection::PushoverCases:
+      WriteRecords(out, store.PushoverCases, store.PushoverCases.Count());
+      break;
+    case FileSection::PushoverDriftFlags:
+      for (std::int32_t p = 1; p <= store.PushoverCases.Count(); ++p) {
+        for (std::int32_t d = 1; d <= store.Drifts.Count(); ++d) {
+          WriteElement(out, store.PushoverDriftFlag, {p, d});
+        }
+      }
+      break;
+    case FileSection::DynamicCases:
+      WriteRecords(out, store.DynamicCases, store.DynamicCases.Count());
+      break;
+    case FileSection::OtherCaseLists:
+      // Slots 4 to 8 are lists this program never fills: no records follow.
+      break;
+
+    // ---- TRKDS ----
+    case FileSection::SHeader:
+      WriteTitleBlock(store, w);
+      w.I16(store.HeaderWord1).I16(u.UnitLength).I16(u.UnitForce).F32(u.UnitGravity);
+      w.I16(u.BeepOnFileError).I16(u.SizeChoice).I16(u.UnitWord3);
+      store.HeaderWord2 = 1;
+      w.I16(store.HeaderWord2).I16(header_argument).I16(store.HeaderWord3);
+      w.I32(store.HeaderLong1).I32(store.HeaderLong2).I32(store.HeaderLong3);
+      w.I16(store.LeadListCount).I16(store.LeadListFlag);
+      // The head list is always empty; its records would be blank.
+      if (store.LeadListFlag > 0) w.ZeroFill(record_size::kLeadList * store.LeadListCount);
+      w.F64(u.SizeValue).Text(8, u.SizeText);
+      break;
+    case FileSection::Nodes:
+      w.I32(nodes).I32(store.LastNodeAdded).I32(store.Nodes.Capacity());
+      WriteRecords(out, store.Nodes, nodes);
+      break;
+    case FileSection::Diaphragms:
+      w.I16(static_cast<std::int16_t>(store.Diaphragms.Count()));
+      w.I16(static_cast<std::int16_t>(store.Diaphragms.Capacity()));
+      WriteRecords(out, store.Diaphragms, store.Diaphragms.Count());
+      break;
+    case FileSection::NodalMass: {
+      // The only count and capacity written as tagged values.
+      const std::int32_t mass_patterns = store.NodalMassPatterns.Count();
+      w.TaggedI16(static_cast<std::int16_t>(mass_patterns));
+      w.TaggedI16(static_cast<std::int16_t>(store.NodalMassPatterns.Capacity()));
+      WriteRecords(out, store.NodalMassPatterns, mass_patterns);
+      for (std::int32_t p = 1; p <= mass_patterns; ++p) {
+        for (std::int32_t n = 1; n <= nodes; ++n) WriteElement(out, store.NodalMass, {p, n});
+        out.Flush();
+      }
+      break;
+    }
+    case FileSection::ElemGroups:
+      w.I16(static_cast<std::int16_t>(groups)).I16(store.ElemGroupLast);
+      w.I16(static_cast<std::int16_t>(store.ElemGroups.Capacity()));
+      WriteRecords(out, store.ElemGroups, groups);
+      break;
+    case FileSection::Elems:
+      w.I32(elems).I32(store.ElemLast).I32(store.Elems.Capacity());
+      WriteRecords(out, store.Elems, elems);
+      break;
+    case FileSection::StructureFrames: {
+      // The frames, and their flag matrices dumped by capacity.
+      const std::int32_t frames = store.Frames.Count();
+      w.I16(static_cast<std::int16_t>(frames));
+      w.I16(static_cast<std::int16_t>(store.Frames.Capacity()));
+      WriteRecords(out, store.Frames, frames);
+      if (frames > 0) {
+        for (std::int32_t f = 1; f <= store.Frames.Capacity(); ++f) {
+          for (std::int32_t n = 1; n <= store.Nodes.Capacity(); ++n) {
+            WriteElement(out, store.FrameNodeFlag, {f, n});
+          }
+          out.Flush();
+        }
+        for (std::int32_t f = 1; f <= store.Frames.Capacity(); ++f) {
+          for (std::int32_t e = 0; e <= store.Elems.Capacity(); ++e) {
+            WriteElement(out, store.FrameElemFlag, {f, e});
+          }
+          out.Flush();
+        }
+      }
+      break;
+    }
+    case FileSection::NodalLoads: {
+      const std::int32_t node_patterns = store.LoadNodePatterns.Count();
+      w.I16(static_cast<std::int16_t>(node_patterns));
+      w.I16(static_cast<std::int16_t>(store.LoadNodePatterns.Capacity()));
+      WriteRecords(out, store.LoadNodePatterns, node_patterns);
+      for (std::int32_t p = 1; p <= node_patterns; ++p) {
+        for (std::int32_t n = 1; n <= nodes; ++n) WriteElement(out, store.LoadNodeValue, {p, n});
+        out.Flush();
+      }
+      break;
+    }
+    case FileSection::FrameLoads: {
+      // Patterns, group indexes, group values by slot capacity, element indexes and the
+      // value records.
+      const std::int32_t frame_patterns = store.LoadFramePatterns.Count();
+      w.I16(static_cast<std::int16_t>(frame_patterns));
+      w.I16(static_cast<std::int16_t>(store.LoadFramePatterns.Capacity()));
+      w.I16(store.LoadFrameValueSlotCapacity);
+      w.I16(static_cast<std::int16_t>(store.LoadFrameValues.Count()));
+      w.I16(static_cast<std::int16_t>(store.LoadFrameValues.Capacity()));
+      WriteRecords(out, store.LoadFramePatterns, frame_patterns);
+      for (std::int32_t p = 1; p <= frame_patterns; ++p) {
+        for (std::int32_t g = 1; g <= groups; ++g) {
+          WriteElement(out, store.LoadFrameGroupIndex, {p, g});
+        }
+      }
+      for (std::int32_t s = 1; s <= store.LoadFrameValueSlotCapacity; ++s) {
+        for (std::int32_t p = 1; p <= frame_patterns; ++p) {
+          for (std::int32_t g = 1; g <= groups; ++g) {
+            WriteElement(out, store.LoadFrameGroupValue, {s, p, g});
+          }
+        }
+      }
+      for (std::int32_t p = 1; p <= frame_patterns; ++p) {
+        for (std::int32_t e = 1; e <= elems; ++e) {
+          WriteElement(out, store.LoadFrameElemIndex, {p, e});
+        }
+        out.Flush();
+      }
+      WriteRecords(out, store.LoadFrameValues, store.LoadFrameValues.Count());
+      break;
+    }
+    case FileSection::SelfWeight: {
+      const std::int32_t weight_patterns = store.SelfWeightPatterns.Count();
+      w.I16(static_cast<std::int16_t>(weight_patterns));
+      w.I16(static_cast<std::int16_t>(store.SelfWeightPatterns.Capacity()));
+      WriteRecords(out, store.SelfWeightPatterns, weight_patterns);
+      for (std::int32_t p = 1; p <= weight_patterns; ++p) {
+        for (std::int32_t e = 1; e <= elems; ++e) {
+          WriteElement(out, store.SelfWeightElemFlag, {p, e});
+        }
+        out.Flush();
+      }
+      break;
+    }
+    case FileSection::ZeroWords:
+      w.ZeroFill(6 * 2);
+      break;
+    case FileSection::SectionCuts:
+      // All cut records, then all their reference records.
+      w.I16(static_cast<std::int16_t>(cuts)).I16(store.SectionCutLast);
+      w.I16(static_cast<std::int16_t>(store.SectionCuts.Capacity()));
+      WriteRecords(out, store.SectionCuts, cuts);
+      for (std::int32_t c = 1; c <= cuts; ++c) w.Bytes(store.SectionCuts.SubRecordBytes(c));
+      break;
+    case FileSection::CutMembers:
+      w.I32(store.CutMembers.Count()).I32(store.CutMembers.Capacity());
+      WriteRecords(out, store.CutMembers, store.CutMembers.Count());
+      break;
+    case FileSection::CutGroups: {
+      const std::int32_t cut_groups = store.CutGroups.Count();
+      w.I16(static_cast<std::int16_t>(cut_groups));
+      w.I16(static_cast<std::int16_t>(store.CutGroups.Capacity()));
+      WriteRecords(out, store.CutGroups, cut_groups);
+      for (std::int32_t g = 1; g <= cut_groups; ++g) {
+        for (std::int32_t c = 1; c <= cuts; ++c) WriteElement(out, store.CutGroupFlag, {g, c});
+      }
+      break;
+    }
+    case FileSection::Drifts:
+      w.I16(static_cast<std::int16_t>(store.Drifts.Count()));
+      w.I16(static_cast<std::int16_t>(store.Drifts.Capacity()));
+      w.I16(static_cast<std::int16_t>(store.Deflections.Count()));
+      w.I16(static_cast<std::int16_t>(store.Deflections.Capacity()));
+      WriteRecords(out, store.Drifts, store.Drifts.Count());
+      WriteRecords(out, store.Deflections, store.Deflections.Count());
+      break;
+    case FileSection::LimitStates:
+      // The count and capacity tables; the lists themselves stay empty.
+      for (std::int16_t count : store.LimitStateCount) {
+        if (count != 0) {
+          throw std::logic_error("limit-state records are not produced by this program");
+        }
+        w.I16(count);
+      }
+      for (std::int16_t capacity : store.LimitStateCapacity) w.I16(capacity);
+      break;
+    case FileSection::ComponentLibrary:
+      // A sub-record follows its owner only when the owner's flag byte equals exactly 1.
+      w.I16(store.MaxComponentCount);
+      for (const ComponentListInfo& info : ComponentLibraryLayout()) {
+        const RecordList& list = store.Components(info.id);
+        w.I16(static_cast<std::int16_t>(list.Count()));
+        for (std::int32_t i = 1; i <= list.Count(); ++i) {
+          const auto record = list.RecordBytes(i);
+          w.Bytes(record);
+          if (info.sub_record_size > 0 &&
+              record[static_cast<std::size_t>(info.flag_offset)] == 1) {
+            w.Bytes(list.SubRecordBytes(i));
+          }
+          out.Flush();
+        }
+        w.ZeroFill(2 * static_cast<std::size_t>(info.zeros_after));
+      }
+      break;
+    case FileSection::Tail:
+      // Two empty lists.
+      if (store.HeaderWord2 >= 1) {
+        w.I16(0).I16(0).I16(0);
+        w.I32(0).I32(0);
+      }
+      break;
+  }
+}
+
+// Writes a file section by section, in the order of its section list.
+void WriteFileSections(TrelkStore& store, std::string_view suffix, std::int16_t header_argument,
+                       FileOut& out) {
+  const StructureFileLayout* file = FindStructureFileLayout(suffix);
+  if (file == nullptr) throw std::logic_error("no structure file TRKD" + std::string(suffix));
+  for (const SectionDescriptor& section : file->sections) {
+    WriteSection(section.id, store, header_argument, out);
   }
 }
 
@@ -391,18 +452,18 @@ void WriteTrelkStructure(TrelkStore& store, std::string_view file_id, bool write
       StructureFolderPath(store.StructuresRoot, store.StructureName).string();
   FileChannel channel;
   const bool main_set = file_id == "TRKD";
-  const auto write = [&](std::string_view suffix, const std::function<void(FileOut&)>& content) {
-    WriteOneFile(store, channel, file_id, suffix, messages, content);
-  };
-  if (write_all && main_set) write("A", [&](FileOut& out) { WriteAFile(store, out); });
-  if (write_all) write("ULS", [&](FileOut& out) { WriteUlsFile(store, out); });
-  if (write_all && main_set) {
-    write("PO", [&](FileOut& out) { WritePoFile(store, out); });
-    write("POA", [&](FileOut& out) { WritePoaFile(store, out); });
-    write("POF", [&](FileOut& out) { WritePofFile(store, out); });
+  // The files in the order of the layout table. Without `write_all` only L and S are
+  // written; A, PO, POA and POF belong to the main set alone.
+  for (const StructureFileLayout& file : StructureFileLayouts()) {
+    const std::string_view suffix = file.suffix;
+    const bool always = suffix == "L" || suffix == "S";
+    const bool main_only = suffix != "ULS" && !always;
+    if (!always && !write_all) continue;
+    if (main_only && !main_set) continue;
+    WriteOneFile(store, channel, file_id, suffix, messages, [&](FileOut& out) {
+      WriteFileSections(store, suffix, header_argument, out);
+    });
   }
-  write("L", [&](FileOut& out) { WriteLFile(store, out); });
-  write("S", [&](FileOut& out) { WriteSFile(store, header_argument, out); });
   // A second identification, "TRCP", only stops the bookkeeping below; no caller uses it.
   if (store.FileIdText == "TRKD" && file_id == "TRCP") return;
   store.StoreFlag1 = 0;

@@ -1,5 +1,5 @@
-// Reading a structure folder back: every file of the set is walked in the order in which
-// the structure file writer lays out its sections, each header value and each record
+// Reading a structure folder back: every file of the set is walked by the section table
+// that the structure file writer lays its sections out by, each header value and each record
 // taken with its offset, and the records named through the record layouts. The reader
 // never stops at a value it does not like; what must hold is the business of the check.
 // It stops only where the file ends before its content does.
@@ -97,6 +97,27 @@ StructureRead ReadStructureFolder(const std::filesystem::path& folder);
 // for its pushover drift flags.
 ReadFile ReadStructureFile(std::string_view suffix, std::span<const std::uint8_t> bytes,
                            std::int64_t drift_count = 0);
+
+// Takes the records of a file one at a time as they are read, for a reader that should not
+// hold the whole file (a structure of half a million nodes).
+class RecordSink {
+ public:
+  virtual ~RecordSink() = default;
+  // Whether the records of the section `section` are wanted; the others are passed over.
+  virtual bool Wants(std::string_view section) const = 0;
+  // One record of a wanted section, with the section as read so far (its header values
+  // stand before its records). The record and its bytes hold only during the call.
+  virtual void Take(const ReadSection& section, const ReadRecord& record) = 0;
+  // Whether the walk goes on once the section `section` is done.
+  virtual bool GoOnAfter(std::string_view /*section*/) const { return true; }
+};
+
+// Reads one file of the set from the file `path` as `ReadStructureFile` does, but gives the
+// records to `sink` instead of keeping them and passes over the blocks of flags: the file
+// that comes back holds its sections and their header values only. A file that cannot be
+// opened comes back as missing.
+ReadFile StreamStructureFile(std::string_view suffix, const std::filesystem::path& path,
+                             RecordSink& sink, std::int64_t drift_count = 0);
 
 // Reads an earthquake record file: its header and its time and value pairs.
 ReadFile ReadRecordFile(std::string_view name, std::span<const std::uint8_t> bytes);

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <fstream>
 #include <sstream>
 
 #include "store/element_records.h"
@@ -67,6 +69,142 @@ TEST(StructureReader, FilesInTheOrderOfWritingAndSectionsInFileOrder) {
     }
     EXPECT_EQ(at, f.size) << f.name;
   }
+}
+
+TEST(StructureSectionTable, EveryGoldenFileHasTheSectionsOfItsTableInTableOrder) {
+  int folders = 0;
+  for (const auto& entry : fs::directory_iterator(Models())) {
+    if (!fs::exists(entry.path() / "expected")) continue;
+    const StructureRead read = ReadStructureFolder(entry.path() / "expected");
+    for (const StructureFileLayout& layout : StructureFileLayouts()) {
+      const ReadFile* file = read.File(layout.suffix);
+      ASSERT_NE(file, nullptr) << layout.suffix;
+      std::vector<std::string> table;
+      for (const SectionDescriptor& d : layout.sections) table.emplace_back(d.name);
+      // The component lists are sections of their own inside the component library.
+      std::vector<std::string> read_names;
+      for (const std::string& name : SectionNames(*file)) {
+        if (std::find(table.begin(), table.end(), name) != table.end()) read_names.push_back(name);
+      }
+      EXPECT_EQ(read_names, table) << entry.path().filename().string() << "/" << file->name;
+    }
+    ++folders;
+  }
+  EXPECT_GE(folders, 8);
+}
+
+TEST(StructureSectionTable, FilesAndSuffixesInTheOrderOfWriting) {
+  std::vector<std::string> suffixes;
+  for (const StructureFileLayout& layout : StructureFileLayouts()) {
+    suffixes.emplace_back(layout.suffix);
+  }
+  EXPECT_EQ(suffixes, (std::vector<std::string>{"A", "ULS", "PO", "POA", "POF", "L", "S"}));
+  const auto listed = StructureFileSuffixes();
+  EXPECT_EQ(std::vector<std::string>(listed.begin(), listed.end()), suffixes);
+  EXPECT_EQ(FindStructureFileLayout("X"), nullptr);
+  ASSERT_NE(FindStructureFileLayout("S"), nullptr);
+  EXPECT_EQ(FindStructureFileLayout("S")->sections.size(), 18u);
+  EXPECT_EQ(FindStructureFileLayout("S")->sections[5].name, "elements");
+  EXPECT_EQ(FindStructureFileLayout("L")->sections[3].name, "pushover drift flags");
+}
+
+// Keeps what a streamed walk gives, by section.
+class KeepingSink : public RecordSink {
+ public:
+  explicit KeepingSink(std::vector<std::string> wanted, std::string last = "")
+      : wanted_(std::move(wanted)), last_(std::move(last)) {}
+  bool Wants(std::string_view section) const override {
+    return std::find(wanted_.begin(), wanted_.end(), section) != wanted_.end();
+  }
+  void Take(const ReadSection& section, const ReadRecord& r) override {
+    taken.push_back({section.name, r.record, r.index, r.offset, r.bytes});
+  }
+  bool GoOnAfter(std::string_view section) const override { return section != last_; }
+
+  struct Taken {
+    std::string section, record, index;
+    std::uint64_t offset;
+    std::vector<std::uint8_t> bytes;
+  };
+  std::vector<Taken> taken;
+
+ private:
+  std::vector<std::string> wanted_;
+  std::string last_;
+};
+
+TEST(StructureStream, GivesTheRecordsOfWantedSectionsAndKeepsTheHeaderValues) {
+  const fs::path file = Models() / "frames" / "expected" / "TRKDS";
+  const auto bytes = testing::ReadFileBytes(file);
+  const ReadFile whole = ReadStructureFile("S", bytes);
+  KeepingSink sink({"nodes", "elements", "drifts"});
+  const ReadFile streamed = StreamStructureFile("S", file, sink);
+  EXPECT_FALSE(streamed.truncated.has_value());
+  EXPECT_EQ(streamed.end, streamed.size);
+  ASSERT_EQ(streamed.sections.size(), whole.sections.size());
+  for (std::size_t i = 0; i < whole.sections.size(); ++i) {
+    const ReadSection& a = whole.sections[i];
+    const ReadSection& b = streamed.sections[i];
+    EXPECT_EQ(a.name, b.name);
+    EXPECT_EQ(a.offset, b.offset) << a.name;
+    EXPECT_EQ(a.end, b.end) << a.name;
+    ASSERT_EQ(a.values.size(), b.values.size()) << a.name;
+    for (std::size_t v = 0; v < a.values.size(); ++v) {
+      EXPECT_EQ(a.values[v].name, b.values[v].name);
+      EXPECT_EQ(a.values[v].integer, b.values[v].integer) << a.values[v].name;
+    }
+    // No record is kept by a streamed walk.
+    EXPECT_TRUE(b.records.empty()) << b.name;
+  }
+  std::vector<const ReadRecord*> expected;
+  for (const char* name : {"nodes", "elements", "drifts"}) {
+    for (const ReadRecord& r : whole.Section(name)->records) expected.push_back(&r);
+  }
+  ASSERT_EQ(sink.taken.size(), expected.size());
+  EXPECT_EQ(static_cast<std::int64_t>(sink.taken.size()),
+            whole.Section("nodes")->Value("NodeCount") +
+                whole.Section("elements")->Value("ElemCount") +
+                whole.Section("drifts")->Value("DriftCount"));
+  for (std::size_t i = 0; i < expected.size(); ++i) {
+    EXPECT_EQ(sink.taken[i].record, expected[i]->record);
+    EXPECT_EQ(sink.taken[i].index, expected[i]->index);
+    EXPECT_EQ(sink.taken[i].offset, expected[i]->offset);
+    EXPECT_EQ(sink.taken[i].bytes, expected[i]->bytes);
+  }
+}
+
+TEST(StructureStream, StopsAfterTheSectionTheSinkNames) {
+  KeepingSink sink({"element groups"}, "element groups");
+  const ReadFile f = StreamStructureFile("S", Models() / "frames" / "expected" / "TRKDS", sink);
+  ASSERT_FALSE(f.sections.empty());
+  EXPECT_EQ(f.sections.back().name, "element groups");
+  EXPECT_EQ(f.end, f.sections.back().end);
+  EXPECT_LT(f.end, f.size);
+  EXPECT_FALSE(f.truncated.has_value());
+  EXPECT_EQ(sink.taken.size(), 6u);
+  EXPECT_EQ(sink.taken[0].record, "TrelkElemGroupRec");
+}
+
+TEST(StructureStream, ACutFileSaysWhereAndAMissingOneIsMissing) {
+  const auto bytes = testing::ReadFileBytes(Models() / "frames" / "expected" / "TRKDS");
+  const fs::path cut = fs::temp_directory_path() / "vtt-stream-cut-TRKDS";
+  {
+    std::ofstream out(cut, std::ios::binary);
+    out.write(reinterpret_cast<const char*>(bytes.data()), 200);
+  }
+  KeepingSink sink({"nodes"});
+  const ReadFile f = StreamStructureFile("S", cut, sink);
+  fs::remove(cut);
+  ASSERT_TRUE(f.truncated.has_value());
+  EXPECT_EQ(f.truncated->offset, 146u);
+  EXPECT_EQ(f.truncated->needed, 84u);
+  EXPECT_EQ(f.truncated->size, 200u);
+  EXPECT_EQ(f.truncated->what, "TrelkNodeRec 1");
+  EXPECT_TRUE(sink.taken.empty());
+
+  const ReadFile missing =
+      StreamStructureFile("S", fs::temp_directory_path() / "vtt-no-such-folder" / "TRKDS", sink);
+  EXPECT_TRUE(missing.missing);
 }
 
 TEST(StructureReader, KnownValuesOfTheFramesStructure) {
