@@ -205,12 +205,24 @@ const VaskNodeObj& VaskModelObj::RequiredNode(std::string_view label,
   return *node;
 }
 
+std::string VaskModelObj::NodeOwner::Text() const {
+  if (!named) return std::string(kind);
+  return std::string(kind) + " \"" + std::string(label) + "\"";
+}
+
+const VaskNodeObj& VaskModelObj::RequiredNode(std::string_view label,
+                                              const NodeOwner& owner) const {
+  const VaskNodeObj* node = nodes_.Get(label);
+  if (node == nullptr) return RequiredNode(label, owner.Text());
+  return *node;
+}
+
 double VaskModelObj::AreaObjAreaGet(const VaskAreaObj& area, bool projected) const {
   if (area.NumNodes != 4) return 0.0;
   std::array<double, 4> x{};
   std::array<double, 4> y{};
   std::array<double, 4> z{};
-  const std::string owner = "Area \"" + area.Label + "\"";
+  const NodeOwner owner{"Area", area.Label};
   for (std::size_t j = 0; j < 4; ++j) {
     const VaskNodeObj& node = RequiredNode(area.LabelNodes(static_cast<int>(j) + 1), owner);
     x[j] = node.x;
@@ -221,7 +233,7 @@ double VaskModelObj::AreaObjAreaGet(const VaskAreaObj& area, bool projected) con
 }
 
 double VaskModelObj::FrameObjLengthGet(const VaskFrameObj& frame, bool projected) const {
-  const std::string owner = "Frame \"" + frame.Label + "\"";
+  const NodeOwner owner{"Frame", frame.Label};
   const VaskNodeObj& nodeI = RequiredNode(frame.LabelNodeI, owner);
   const VaskNodeObj& nodeJ = RequiredNode(frame.LabelNodeJ, owner);
   const double dx = nodeJ.x - nodeI.x;

@@ -140,6 +140,15 @@ class VaskModelObj {
   // ---- Look-ups by label ----
   // The node of a label that must be known; a run-time failure naming `owner` otherwise.
   const VaskNodeObj& RequiredNode(std::string_view label, std::string_view owner) const;
+  // The same for the end or corner nodes of a frame or an area: the owner's name is put
+  // together only when the node is missing, not on every one of millions of look-ups.
+  struct NodeOwner {
+    std::string_view kind;   // "Frame", "Area"
+    std::string_view label;  // the object's label, quoted in the message
+    bool named = true;       // false: the kind alone names the owner ("Nodal load")
+    std::string Text() const;
+  };
+  const VaskNodeObj& RequiredNode(std::string_view label, const NodeOwner& owner) const;
   // The id of the first node with the label, or -1.
   int NodeIdGet(std::string_view label) const;
   VaskNodeObj* NodeObjGet(std::string_view label) const;

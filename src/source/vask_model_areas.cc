@@ -43,8 +43,6 @@ const double kWallCosine = std::cos(85.0 * kAreaPi / 180.0);
 constexpr double kSmall = 0.000001;
 constexpr double kFloorValue = 0.001;
 
-std::string AreaOwner(const std::string& label) { return "Area \"" + label + "\""; }
-
 // One corner of an area: its coordinates and the node position (1 to 4) it came from.
 struct Corner {
   double x = 0.0;
@@ -149,7 +147,7 @@ void VaskModelObj::ReadAreas() {
       for (std::size_t j = 0; j < 4; ++j) nodes[j] = {points[j], NodeIdGet(points[j])};
       addArea(name, section, nodes);
     } else if (numPoints == 3) {
-      const std::string owner = AreaOwner(name);
+      const NodeOwner owner{"Area", name};
       const VaskNodeObj& p1 = RequiredNode(points[0], owner);
       const VaskNodeObj& p2 = RequiredNode(points[1], owner);
       const VaskNodeObj& p3 = RequiredNode(points[2], owner);
@@ -212,7 +210,7 @@ VaskNodeObj* VaskModelObj::AddNewNode(int number, double x, double y, double z) 
 }
 
 void VaskModelObj::NormaliseAreaNodes(VaskAreaObj& area) const {
-  const std::string owner = AreaOwner(area.Label);
+  const NodeOwner owner{"Area", area.Label};
   Corners corners;
   for (int j = 1; j <= 4; ++j) {
     const VaskNodeObj& node = RequiredNode(area.LabelNodes(j), owner);
@@ -229,7 +227,7 @@ void VaskModelObj::NormaliseAreaNodes(VaskAreaObj& area) const {
 }
 
 int VaskModelObj::AreaOrientationGet(const VaskAreaObj& area) const {
-  const std::string owner = AreaOwner(area.Label);
+  const NodeOwner owner{"Area", area.Label};
   Corners corners;
   for (int j = 1; j <= 4; ++j) {
     const VaskNodeObj& node = RequiredNode(area.LabelNodes(j), owner);
@@ -276,7 +274,7 @@ void VaskModelObj::DetectEmbeddedBeams() {
   // Pass 1: every area, whether it gets a section or not, learns where frames join it.
   for (int i = 1; i <= AreaNum(); ++i) {
     VaskAreaObj& area = *AreaObj(i);
-    const std::string owner = AreaOwner(area.Label);
+    const NodeOwner owner{"Area", area.Label};
     for (int j = 1; j <= 4; ++j) {
       const VaskNodeObj& node = RequiredNode(area.LabelNodes(j), owner);
       area.IsEmbed(j) = FrameJoinsPoint(host_, node.Label);
@@ -315,7 +313,7 @@ void VaskModelObj::DetectEmbeddedBeams() {
     }
     if (material == nullptr) continue;
 
-    const std::string owner = AreaOwner(area.Label);
+    const NodeOwner owner{"Area", area.Label};
     double h = (RequiredNode(area.LabelNodes(3), owner).z -
                 RequiredNode(area.LabelNodes(1), owner).z) /
                2.0;

@@ -141,7 +141,7 @@ void VaskModelObj::LinkFrameSections() {
 }
 
 int VaskModelObj::FrameOrientationGet(const VaskFrameObj& frame) const {
-  const std::string owner = FrameOwner(frame);
+  const NodeOwner owner{"Frame", frame.Label};
   const VaskNodeObj& nodeI = RequiredNode(frame.LabelNodeI, owner);
   const VaskNodeObj& nodeJ = RequiredNode(frame.LabelNodeJ, owner);
   const double dx = nodeJ.x - nodeI.x;
@@ -149,7 +149,7 @@ int VaskModelObj::FrameOrientationGet(const VaskFrameObj& frame) const {
   const double dz = nodeJ.z - nodeI.z;
   const double length = std::sqrt(dz * dz + dx * dx + dy * dy);
   if (length == 0.0) {
-    throw TransferFailure(owner + ": its end nodes \"" + frame.LabelNodeI + "\" and \"" +
+    throw TransferFailure(owner.Text() + ": its end nodes \"" + frame.LabelNodeI + "\" and \"" +
                           frame.LabelNodeJ +
                           "\" coincide; a frame of zero length has no orientation.");
   }

@@ -344,7 +344,7 @@ void VaskModelObj::SpreadLoadAreas() {
     if (found == areasOf.end()) continue;
     for (const int a : found->second) {
       const VaskAreaObj& area = *AreaObj(a);
-      const std::string owner = "Area \"" + area.Label + "\"";
+      const NodeOwner owner{"Area", area.Label};
       std::array<double, 4> x{};
       std::array<double, 4> y{};
       std::array<double, 4> z{};

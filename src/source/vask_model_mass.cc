@@ -35,22 +35,24 @@ constexpr int kHorizontal[] = {1, 2};
 // Degrees of freedom that a point's additional mass is taken for: U3 is left out.
 constexpr int kPointMassDofs[] = {1, 2, 4, 5, 6};
 
-std::string FrameOwner(const VaskFrameObj& frame) { return "Frame \"" + frame.Label + "\""; }
-std::string AreaOwner(const VaskAreaObj& area) { return "Area \"" + area.Label + "\""; }
+using NodeOwner = VaskModelObj::NodeOwner;
+
+NodeOwner FrameOwner(const VaskFrameObj& frame) { return {"Frame", frame.Label}; }
+NodeOwner AreaOwner(const VaskAreaObj& area) { return {"Area", area.Label}; }
 
 // The node of a label that must be a node of the model.
 VaskNodeObj& NodeOf(const VaskModelObj& model, const std::string& label,
-                    const std::string& owner) {
+                    const NodeOwner& owner) {
   VaskNodeObj* node = model.NodeObjGet(label);
   if (node == nullptr) {
-    throw TransferFailure(owner + ": node \"" + label + "\" is not a node of the model.");
+    throw TransferFailure(owner.Text() + ": node \"" + label + "\" is not a node of the model.");
   }
   return *node;
 }
 
 const VaskPropFrameSectObj& SectionOf(const VaskFrameObj& frame) {
   if (frame.PropFrameSectObj == nullptr) {
-    throw TransferFailure(FrameOwner(frame) + ": its section \"" + frame.PropFrameSectName +
+    throw TransferFailure(FrameOwner(frame).Text() + ": its section \"" + frame.PropFrameSectName +
                           "\" is not a frame section of the model.");
   }
   return *frame.PropFrameSectObj;
@@ -58,7 +60,7 @@ const VaskPropFrameSectObj& SectionOf(const VaskFrameObj& frame) {
 
 const VaskPropAreaSectObj& SectionOf(const VaskAreaObj& area) {
   if (area.PropAreaSectObj == nullptr) {
-    throw TransferFailure(AreaOwner(area) + ": its section \"" + area.PropAreaSectName +
+    throw TransferFailure(AreaOwner(area).Text() + ": its section \"" + area.PropAreaSectName +
                           "\" is not an area section of the model.");
   }
   return *area.PropAreaSectObj;
@@ -99,7 +101,7 @@ void FrameMasses(VaskModelObj& model, HostModel& host) {
   for (int i = 1; i <= model.FrameNum(); ++i) {
     const VaskFrameObj& frame = *model.FrameObj(i);
     const double length = model.FrameObjLengthGet(frame, false);
-    const std::string owner = FrameOwner(frame);
+    const NodeOwner owner = FrameOwner(frame);
     VaskNodeObj& nodeI = NodeOf(model, frame.LabelNodeI, owner);
     VaskNodeObj& nodeJ = NodeOf(model, frame.LabelNodeJ, owner);
     const VaskPropFrameSectObj& section = SectionOf(frame);
@@ -134,7 +136,7 @@ void AreaMasses(VaskModelObj& model, HostModel& host) {
     const VaskPropAreaSectObj& section = SectionOf(area);
     if (area.NumNodes != 4) continue;
 
-    const std::string owner = AreaOwner(area);
+    const NodeOwner owner = AreaOwner(area);
     VaskNodeObj* corners[4] = {};
     for (int j = 1; j <= 4; ++j) corners[j - 1] = &NodeOf(model, area.LabelNodes(j), owner);
 
@@ -161,7 +163,7 @@ void LoadMasses(VaskModelObj& model, HostModel& host, const std::string& pattern
     const VaskLoadNodeObj& load = *model.LoadNodeObj(i);
     for (int k = 1; k <= load.ItemNum; ++k) {
       if (load.LoadPattern(k) != pattern) continue;
-      VaskNodeObj& node = NodeOf(model, load.Label, "Nodal load");
+      VaskNodeObj& node = NodeOf(model, load.Label, NodeOwner{"Nodal load", {}, false});
       for (int c : kHorizontal) node.LoadMass(c) = node.LoadMass(c) - load.F3(k) * s / g;
     }
   }
@@ -173,7 +175,7 @@ void LoadMasses(VaskModelObj& model, HostModel& host, const std::string& pattern
     const VaskPropMaterialObj* material = section.PropMatObj;
     if (material == nullptr) continue;
     const double length = model.FrameObjLengthGet(frame, false);
-    const std::string owner = FrameOwner(frame);
+    const NodeOwner owner = FrameOwner(frame);
     VaskNodeObj& nodeI = NodeOf(model, frame.LabelNodeI, owner);
     VaskNodeObj& nodeJ = NodeOf(model, frame.LabelNodeJ, owner);
     for (int k = 1; k <= model.LoadPatternNum(); ++k) {
@@ -193,7 +195,7 @@ void LoadMasses(VaskModelObj& model, HostModel& host, const std::string& pattern
     const double ar = model.AreaObjAreaGet(area, false);
     const AreaBody body = BodyOf(SectionOf(area));
     if (body.material == nullptr) continue;
-    const std::string owner = AreaOwner(area);
+    const NodeOwner owner = AreaOwner(area);
     for (int k = 1; k <= model.LoadPatternNum(); ++k) {
       const VaskLoadPatternObj& loadPattern = *model.LoadPatternObj(k);
       if (loadPattern.Label != pattern) continue;
@@ -210,7 +212,7 @@ void LoadMasses(VaskModelObj& model, HostModel& host, const std::string& pattern
     VaskFrameObj& frame = *model.FrameObj(i);
     double length = model.FrameObjLengthGet(frame, false);
     const double planLength = model.FrameObjLengthGet(frame, true);
-    const std::string owner = FrameOwner(frame);
+    const NodeOwner owner = FrameOwner(frame);
     VaskNodeObj& nodeI = NodeOf(model, frame.LabelNodeI, owner);
     VaskNodeObj& nodeJ = NodeOf(model, frame.LabelNodeJ, owner);
 

@@ -25,11 +25,11 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -65,7 +65,7 @@ class VaskObjList {
     }
     if (kept != items_.size()) {
       items_.resize(kept);
-      stale_ = true;
+      MarkStale();
     }
   }
 
@@ -74,25 +74,26 @@ class VaskObjList {
     const auto slot = items_.begin() + static_cast<std::ptrdiff_t>(Slot(position));
     removed_.push_back(std::move(*slot));
     items_.erase(slot);
-    stale_ = true;
+    MarkStale();
   }
 
   // Releases every object, the removed ones too, and sets the count to 0.
   void Clear() {
     items_.clear();
     removed_.clear();
-    stale_ = true;
+    index_.reset();
   }
 
   // Declares that a non-empty label has been changed since the last look-up.
-  void LabelsChanged() { stale_ = true; }
+  void LabelsChanged() { MarkStale(); }
 
   // Position of the first object with exactly this label, or 0.
   int Find(std::string_view label) const {
+    if (items_.empty()) return 0;
+    if (!index_) index_ = std::make_unique<Index>();
     CatchUp();
-    if (label.empty()) return pending_.empty() ? 0 : pending_.front();
-    const auto found = first_.find(label);
-    return found == first_.end() ? 0 : found->second;
+    if (label.empty()) return index_->pending.empty() ? 0 : index_->pending.front();
+    return Lookup(label, HashOf(label));
   }
 
   // The same answer by the literal search from position 1.
@@ -110,34 +111,105 @@ class VaskObjList {
   }
 
  private:
-  struct LabelHash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view text) const {
-      return std::hash<std::string_view>{}(text);
-    }
+  // The label index, made at the first look-up: most lists of a frame's loads are never
+  // searched, and a frame holds two of them. One flat table of (hash, position) slots with
+  // linear probing; the label itself is read from the object, so no label is copied.
+  struct IndexSlot {
+    std::uint32_t hash = 0;
+    std::int32_t position = 0;  // 0: empty
   };
+  struct Index {
+    std::vector<IndexSlot> slots;  // a power of two in size, at most half full
+    std::size_t used = 0;
+    int indexed = 0;           // positions 1..indexed have been met
+    std::vector<int> pending;  // ascending positions whose label was empty when met
+    bool stale = false;
+  };
+
+  static std::uint32_t HashOf(std::string_view label) {
+    // FNV-1a, folded to 32 bits: labels are short.
+    std::uint64_t hash = 14695981039346656037ull;
+    for (const char c : label) {
+      hash ^= static_cast<unsigned char>(c);
+      hash *= 1099511628211ull;
+    }
+    return static_cast<std::uint32_t>(hash ^ (hash >> 32));
+  }
+
+  std::size_t Home(std::uint32_t hash) const {
+    // Fibonacci spreading of the hash over the table's size.
+    const std::size_t mask = index_->slots.size() - 1;
+    return static_cast<std::size_t>((hash * 0x9E3779B97F4A7C15ull) >> 32) & mask;
+  }
+
+  int Lookup(std::string_view label, std::uint32_t hash) const {
+    const std::vector<IndexSlot>& slots = index_->slots;
+    if (slots.empty()) return 0;
+    const std::size_t mask = slots.size() - 1;
+    for (std::size_t at = Home(hash);; at = (at + 1) & mask) {
+      const IndexSlot& slot = slots[at];
+      if (slot.position == 0) return 0;
+      if (slot.hash == hash && items_[static_cast<std::size_t>(slot.position - 1)]->Label == label) {
+        return slot.position;
+      }
+    }
+  }
+
+  void Grow(std::size_t wanted) const {
+    std::size_t size = 16;
+    while (size < 2 * wanted) size *= 2;
+    if (size <= index_->slots.size()) return;
+    std::vector<IndexSlot> old = std::move(index_->slots);
+    index_->slots.assign(size, IndexSlot{});
+    const std::size_t mask = size - 1;
+    for (const IndexSlot& slot : old) {
+      if (slot.position == 0) continue;
+      std::size_t at = Home(slot.hash);
+      while (index_->slots[at].position != 0) at = (at + 1) & mask;
+      index_->slots[at] = slot;
+    }
+  }
+
+  // Enters a non-empty label; of two objects with one label the lower position stays.
+  void Enter(const std::string& label, int position) const {
+    Index& index = *index_;
+    if (2 * (index.used + 1) > index.slots.size()) Grow(index.used + 1);
+    const std::uint32_t hash = HashOf(label);
+    const std::size_t mask = index.slots.size() - 1;
+    for (std::size_t at = Home(hash);; at = (at + 1) & mask) {
+      IndexSlot& slot = index.slots[at];
+      if (slot.position == 0) {
+        slot = IndexSlot{hash, position};
+        ++index.used;
+        return;
+      }
+      if (slot.hash == hash && items_[static_cast<std::size_t>(slot.position - 1)]->Label == label) {
+        if (position < slot.position) slot.position = position;
+        return;
+      }
+    }
+  }
 
   std::size_t Slot(int position) const {
     if (position < 1 || position > Num()) one_based_detail::ThrowBadIndex(position, Num());
     return static_cast<std::size_t>(position - 1);
   }
 
-  void Enter(const std::string& label, int position) const {
-    const auto [entry, inserted] = first_.try_emplace(label, position);
-    if (!inserted && position < entry->second) entry->second = position;
-  }
-
   // Brings the index up to the present list: see the rule at the top of this file.
   void CatchUp() const {
-    if (stale_) {
-      first_.clear();
-      pending_.clear();
-      indexed_ = 0;
-      stale_ = false;
+    Index& index = *index_;
+    if (index.stale) {
+      index.slots.clear();
+      index.used = 0;
+      index.pending.clear();
+      index.indexed = 0;
+      index.stale = false;
     }
-    if (!pending_.empty()) {
+    if (index.indexed == Num() && index.pending.empty()) return;
+    if (index.slots.empty()) Grow(static_cast<std::size_t>(Num()));
+    if (!index.pending.empty()) {
       std::vector<int> stillEmpty;
-      for (const int position : pending_) {
+      for (const int position : index.pending) {
         const std::string& label = (*this)(position)->Label;
         if (label.empty()) {
           stillEmpty.push_back(position);
@@ -145,28 +217,26 @@ class VaskObjList {
           Enter(label, position);
         }
       }
-      pending_ = std::move(stillEmpty);
+      index.pending = std::move(stillEmpty);
     }
-    for (int position = indexed_ + 1; position <= Num(); ++position) {
+    for (int position = index.indexed + 1; position <= Num(); ++position) {
       const std::string& label = (*this)(position)->Label;
       if (label.empty()) {
-        pending_.push_back(position);
+        index.pending.push_back(position);
       } else {
         Enter(label, position);
       }
     }
-    indexed_ = Num();
+    index.indexed = Num();
+  }
+
+  void MarkStale() {
+    if (index_) index_->stale = true;
   }
 
   std::vector<std::unique_ptr<T>> items_;
   std::vector<std::unique_ptr<T>> removed_;
-
-  // The label index: first position of each non-empty label among positions 1..indexed_,
-  // and the positions, ascending, whose label was empty when last examined.
-  mutable std::unordered_map<std::string, int, LabelHash, std::equal_to<>> first_;
-  mutable std::vector<int> pending_;
-  mutable int indexed_ = 0;
-  mutable bool stale_ = false;
+  mutable std::unique_ptr<Index> index_;
 };
 
 }  // namespace vtt
