@@ -63,13 +63,17 @@ class BuildingWriter {
     Materials();
     Sections();
     Points();
-    Constraints();
+    if (f_.diaphragms) Constraints();
     Frames();
     Areas();
     LoadPatterns();
-    Functions();
-    Groups();
-    LoadCases();
+    if (f_.functions) Functions();
+    if (f_.groups) Groups();
+    if (f_.cases) {
+      LoadCases();
+    } else {
+      Text("\"load_cases\": []\n");
+    }
     Text("}\n");
     Flush();
   }
@@ -104,9 +108,9 @@ class BuildingWriter {
   int WallBayX() const { return o_.bays_x / 2; }
   int WallBayY() const { return o_.bays_y / 2; }
   // Every third bay of the Y facades, beside the wall bay, holds a brace in each storey.
-  bool BraceBay(int i) const { return i % 3 == 1 && i != WallBayX(); }
+  bool BraceBay(int i) const { return f_.braces && i % 3 == 1 && i != WallBayX(); }
   // Slabs on the plan's diagonal are given as two triangles.
-  static bool TriangleBay(int i, int j) { return i == j; }
+  bool TriangleBay(int i, int j) const { return f_.triangles && i == j; }
 
   // ---- Sections of the model ----
   void Materials() {
@@ -178,14 +182,14 @@ class BuildingWriter {
             Text(", \"restraints\": [true, true, true, true, true, true]}");
             continue;
           }
-          Put(", \"constraints\": [\"D{}\"]", k);
+          if (f_.diaphragms) Put(", \"constraints\": [\"D{}\"]", k);
           // Facade joints carry the cladding's own mass.
-          if (OnPerimeter(i, j)) {
+          if (f_.masses && OnPerimeter(i, j)) {
             static constexpr std::array<double, 3> kFacadeMass = {1.0, 1.5, 2.0};
             const double m = kFacadeMass[static_cast<std::size_t>(random_.Choice(3))];
             Put(", \"mass\": [{}, {}, 0, 0, 0, 0]", m, m);
           }
-          PointForces(i, j, k);
+          if (f_.point_forces) PointForces(i, j, k);
           Text("}");
         }
       }
@@ -263,9 +267,12 @@ class BuildingWriter {
           Text(", \"j\": ");
           Point(i + 1, j, k);
           // Pinned at both ends: the brace carries axial force only.
-          Text(
-              ", \"releases\": {\"i\": [false, false, false, false, true, true],"
-              " \"j\": [false, false, false, false, true, true]}}");
+          if (f_.releases) {
+            Text(
+                ", \"releases\": {\"i\": [false, false, false, false, true, true],"
+                " \"j\": [false, false, false, false, true, true]}");
+          }
+          Text("}");
         }
       }
     }
@@ -280,7 +287,7 @@ class BuildingWriter {
     Text(", \"j\": ");
     Point(i, j, k);
     // The ground storey forms its plastic hinges at both ends.
-    if (k == 1) {
+    if (f_.hinges && k == 1) {
       Text(
           ", \"hinges\": [{\"dof\": 10, \"relative_distance\": 0},"
           " {\"dof\": 10, \"relative_distance\": 1}]");
@@ -298,14 +305,23 @@ class BuildingWriter {
     Point(i2, j2, k);
     const int along = axis == 'X' ? i : j;
     if (facade) {
-      Text(
-          ", \"hinges\": [{\"dof\": 6, \"relative_distance\": 0.05},"
-          " {\"dof\": 6, \"relative_distance\": 0.95}], \"mass_per_length\": 0.5");
-    } else if ((i + j + k) % 4 == 3) {
+      if (f_.hinges) {
+        Text(
+            ", \"hinges\": [{\"dof\": 6, \"relative_distance\": 0.05},"
+            " {\"dof\": 6, \"relative_distance\": 0.95}]");
+      }
+      if (f_.masses) Text(", \"mass_per_length\": 0.5");
+    } else if (f_.releases && (i + j + k) % 4 == 3) {
       Text(", \"releases\": {\"j\": [false, false, false, false, false, true]}");
     }
     // Partitions on every beam; cladding on facade beams; a partial live load on every
     // third beam.
+    if (f_.frame_distributed_loads) DistributedLoads(i, j, k, facade);
+    if (f_.frame_point_loads) PointLoads(i, j, along, facade);
+    Text("}");
+  }
+
+  void DistributedLoads(int i, int j, int k, bool facade) {
     Text(", \"distributed_loads\": [");
     Text(
         "{\"pattern\": \"DEAD\", \"dir\": 10, \"rd1\": 0, \"rd2\": 1, \"val1\": 4.5,"
@@ -321,8 +337,11 @@ class BuildingWriter {
           " \"val2\": 6}");
     }
     Text("]");
-    // A secondary beam bears at mid-span of every other interior beam; a heavy item stands
-    // at the I end of some (it goes to the joint).
+  }
+
+  // A secondary beam bears at mid-span of every other interior beam; a heavy item stands
+  // at the I end of some (it goes to the joint).
+  void PointLoads(int i, int j, int along, bool facade) {
     const bool midspan = !facade && along % 2 == 0;
     const bool atEnd = (i + j) % 7 == 0;
     if (midspan || atEnd) {
@@ -332,7 +351,6 @@ class BuildingWriter {
       if (atEnd) Text("{\"pattern\": \"SDEAD\", \"dir\": 6, \"rd\": 0, \"val\": -5}");
       Text("]");
     }
-    Text("}");
   }
 
   // ---- Areas ----
@@ -340,7 +358,7 @@ class BuildingWriter {
     Text("\"areas\": [");
     std::int64_t n = 0;
     for (int k = 1; k <= Top(); ++k) {
-      for (int j = 0; j < o_.bays_y; ++j) {
+      for (int j = 0; j < o_.bays_y && f_.slabs; ++j) {
         for (int i = 0; i < o_.bays_x; ++i) {
           if (TriangleBay(i, j)) {
             Separator(n++);
@@ -354,6 +372,7 @@ class BuildingWriter {
           }
         }
       }
+      if (!f_.walls) continue;
       for (const int j : {0, o_.bays_y}) {
         const int i = WallBayX();
         Separator(n++);
@@ -391,13 +410,18 @@ class BuildingWriter {
     Text("]");
     // Screed and finishes everywhere; office live load on the floors; the roof takes its
     // live load to the beams and carries the mass of its plant.
-    Text(", \"uniform_loads\": [{\"pattern\": \"SDEAD\", \"dir\": 10, \"value\": 1.5}");
-    if (k != Top()) Text(", {\"pattern\": \"LIVE\", \"dir\": 10, \"value\": 2.5}");
-    Text("]");
+    if (f_.area_uniform_loads) {
+      Text(", \"uniform_loads\": [{\"pattern\": \"SDEAD\", \"dir\": 10, \"value\": 1.5}");
+      if (k != Top()) Text(", {\"pattern\": \"LIVE\", \"dir\": 10, \"value\": 2.5}");
+      Text("]");
+    }
     if (k == Top()) {
-      Text(
-          ", \"mass_per_area\": 0.05, \"uniform_to_frame_loads\": [{\"pattern\": \"ROOF\","
-          " \"dir\": 11, \"value\": 1, \"dist_type\": 2}]");
+      if (f_.masses) Text(", \"mass_per_area\": 0.05");
+      if (f_.area_to_frame_loads) {
+        Text(
+            ", \"uniform_to_frame_loads\": [{\"pattern\": \"ROOF\","
+            " \"dir\": 11, \"value\": 1, \"dist_type\": 2}]");
+      }
     }
     Text("}");
   }
@@ -412,7 +436,9 @@ class BuildingWriter {
         " {\"name\": \"ROOF\", \"type\": 3},\n"
         " {\"name\": \"WIND-X\", \"type\": 6},\n"
         " {\"name\": \"WIND-Y\", \"type\": 6}\n"
-        "],\n"
+        "],\n");
+    if (!f_.mass_source) return;
+    Text(
         "\"mass_source\": {\"option\": 3, \"loads\": [{\"pattern\": \"SDEAD\", \"factor\": 1},"
         " {\"pattern\": \"LIVE\", \"factor\": 0.25}]},\n");
   }
@@ -468,7 +494,7 @@ class BuildingWriter {
             entry(2);
             Put("\"BY{}-{}-{}\"}}", i, j, k);
           }
-          if (i < o_.bays_x && j < o_.bays_y) {
+          if (f_.slabs && i < o_.bays_x && j < o_.bays_y) {
             if (TriangleBay(i, j)) {
               entry(5);
               Put("\"T{}-{}-{}a\"}}", i, j, k);
@@ -483,11 +509,11 @@ class BuildingWriter {
             entry(2);
             Put("\"BR{}-{}-{}\"}}", i, j, k);
           }
-          if (OnFacadeY(j) && i == WallBayX()) {
+          if (f_.walls && OnFacadeY(j) && i == WallBayX()) {
             entry(5);
             Put("\"WL{}-{}-{}\"}}", i, j, k);
           }
-          if (OnFacadeX(i) && j == WallBayY()) {
+          if (f_.walls && OnFacadeX(i) && j == WallBayY()) {
             entry(5);
             Put("\"WT{}-{}-{}\"}}", i, j, k);
           }
@@ -512,16 +538,19 @@ class BuildingWriter {
         " {\"type\": \"Load\", \"name\": \"SDEAD\", \"factor\": 1},"
         " {\"type\": \"Load\", \"name\": \"LIVE\", \"factor\": 0.3},"
         " {\"type\": \"Load\", \"name\": \"ROOF\", \"factor\": 0.3}]},\n");
-    const auto push = [&](const char* name, int dof, const char* loads) {
+    // Without functions there are no history cases, and the last pushover ends the list.
+    const auto push = [&](const char* name, int dof, const char* loads, bool last = false) {
       Put(" {{\"name\": \"{}\", \"type\": 2, \"load_application\": {{\"control\": 2,"
           " \"displacement\": {}, \"monitored_dof\": {}, \"monitored_point\": \"{}\"}},"
-          " \"loads\": [{}]}},\n",
-          name, 0.02 * height, dof, roof, loads);
+          " \"loads\": [{}]}}{}\n",
+          name, 0.02 * height, dof, roof, loads, last ? "\n]" : ",");
     };
     push("PUSH-X", 1, "{\"type\": \"Accel\", \"name\": \"UX\", \"factor\": -1}");
     push("PUSH-Y", 2, "{\"type\": \"Accel\", \"name\": \"UY\", \"factor\": -1}");
     push("PUSH-WIND", 1, "{\"type\": \"Load\", \"name\": \"WIND-X\", \"factor\": 1}");
-    push("PUSH-MODE1", 1, "{\"type\": \"Mode\", \"name\": \"1\", \"factor\": 1}");
+    push("PUSH-MODE1", 1, "{\"type\": \"Mode\", \"name\": \"1\", \"factor\": 1}",
+         !f_.functions);
+    if (!f_.functions) return;
     Text(
         " {\"name\": \"TH-QUAKE\", \"type\": 8, \"loads\": ["
         "{\"type\": \"Accel\", \"name\": \"U1\", \"function\": \"QUAKE\", \"factor\": 9.81},"
@@ -539,6 +568,7 @@ class BuildingWriter {
   }
 
   const BuildingOptions& o_;
+  const BuildingFeatures& f_ = o_.features;
   const std::function<void(std::string_view)>& sink_;
   Sequence random_;
   fmt::memory_buffer buffer_;
@@ -560,13 +590,32 @@ BuildingOptions OptionsForJoints(std::int64_t joints, std::uint64_t seed) {
   return options;
 }
 
+BuildingOptions RandomBuildingOptions(std::uint64_t seed) {
+  Sequence random(seed);
+  BuildingOptions options;
+  options.storeys = 1 + random.Choice(4);
+  options.bays_x = 1 + random.Choice(3);
+  options.bays_y = 1 + random.Choice(3);
+  options.seed = seed;
+  BuildingFeatures& f = options.features;
+  for (bool* part :
+       {&f.walls, &f.slabs, &f.triangles, &f.braces, &f.hinges, &f.releases, &f.diaphragms,
+        &f.point_forces, &f.frame_distributed_loads, &f.frame_point_loads,
+        &f.area_uniform_loads, &f.area_to_frame_loads, &f.masses, &f.mass_source,
+        &f.functions, &f.cases, &f.groups}) {
+    *part = random.Choice(2) == 1;
+  }
+  return options;
+}
+
 BuildingCounts CountBuilding(const BuildingOptions& options) {
   Check(options);
   const std::int64_t s = options.storeys;
   const std::int64_t a = options.bays_x;
   const std::int64_t b = options.bays_y;
+  const BuildingFeatures& f = options.features;
   std::int64_t braceBays = 0;
-  for (int i = 0; i < options.bays_x; ++i) {
+  for (int i = 0; i < options.bays_x && f.braces; ++i) {
     if (i % 3 == 1 && i != options.bays_x / 2) ++braceBays;
   }
   BuildingCounts counts;
@@ -574,10 +623,11 @@ BuildingCounts CountBuilding(const BuildingOptions& options) {
   const std::int64_t columns = s * (a + 1) * (b + 1);
   const std::int64_t beams = s * (a * (b + 1) + b * (a + 1));
   counts.frames = columns + beams + s * 2 * braceBays;
-  const std::int64_t diagonal = std::min(a, b);
+  const std::int64_t diagonal = f.slabs && f.triangles ? std::min(a, b) : 0;
   counts.triangles = s * 2 * diagonal;
-  counts.walls = s * 4;
-  counts.areas = s * (a * b - diagonal) + counts.triangles + counts.walls;
+  counts.walls = f.walls ? s * 4 : 0;
+  const std::int64_t slabs = f.slabs ? s * (a * b - diagonal) : 0;
+  counts.areas = slabs + counts.triangles + counts.walls;
   return counts;
 }
 

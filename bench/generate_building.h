@@ -23,11 +23,35 @@
 
 namespace vtt::generate {
 
+// What the building holds besides its grid of joints, columns and beams; everything by
+// default. Leaving a part out leaves out what names it too (a group lists only what the
+// model holds, the history cases go with the functions), so every mix is a valid model.
+struct BuildingFeatures {
+  bool walls = true;
+  bool slabs = true;
+  bool triangles = true;  // off: the diagonal bays are slabs of four corners like the rest
+  bool braces = true;
+  bool hinges = true;
+  bool releases = true;
+  bool diaphragms = true;
+  bool point_forces = true;
+  bool frame_distributed_loads = true;
+  bool frame_point_loads = true;
+  bool area_uniform_loads = true;
+  bool area_to_frame_loads = true;
+  bool masses = true;  // the additional point, frame and area masses
+  bool mass_source = true;
+  bool functions = true;
+  bool cases = true;  // off: an empty list of load cases
+  bool groups = true;
+};
+
 struct BuildingOptions {
   int storeys = 3;
   int bays_x = 3;
   int bays_y = 2;
   std::uint64_t seed = 1;
+  BuildingFeatures features;
 };
 
 // What a building of these options holds, as the model file lists it.
@@ -42,6 +66,10 @@ struct BuildingCounts {
 // Storeys and bays of a building of about `joints` joints: a square plan whose side, in
 // grid lines, is about twice the number of levels.
 BuildingOptions OptionsForJoints(std::int64_t joints, std::uint64_t seed = 1);
+
+// A small building of a random mix of parts, all chosen by `seed`: 1 to 4 storeys, 1 to 3
+// bays each way, each part of BuildingFeatures in or out.
+BuildingOptions RandomBuildingOptions(std::uint64_t seed);
 
 // Throws std::invalid_argument for fewer than one storey or one bay in either direction.
 BuildingCounts CountBuilding(const BuildingOptions& options);
