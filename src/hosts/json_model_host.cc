@@ -154,6 +154,8 @@ void JsonModelHost::NameIndex::Add(std::string_view name, std::size_t position) 
     if (slot.position == kEmpty) {
       slot = Slot{name, hash, static_cast<std::uint32_t>(position)};
       ++used_;
+      if (first_.size() <= position) first_.resize(position + 1, 0);
+      first_[position] = 1;
       return;
     }
     if (slot.hash == hash && slot.name == name) return;
@@ -214,8 +216,23 @@ JsonModelHost::JsonModelHost(model_file::Model model)
 template <class Item>
 const Item* JsonModelHost::Find(const std::vector<Item>& items, const NameIndex& index,
                                 const std::string& name) const {
+  // The transfer asks for the objects of a list mostly one after the other in the list's
+  // order, and for one object several times in a row: the last answer and the entry after
+  // it are tried before the table, whose slots lie scattered over memory. Either is taken
+  // only when it is the first entry of its name, which is what the table would answer.
+  const std::size_t last = index.LastFound();
+  if (last < items.size()) {
+    if (items[last].name == name && index.IsFirst(last)) return &items[last];
+    const std::size_t next = last + 1;
+    if (next < items.size() && items[next].name == name && index.IsFirst(next)) {
+      index.SetLastFound(next);
+      return &items[next];
+    }
+  }
   const std::size_t found = index.Find(name);
-  return found == NameIndex::kAbsent ? nullptr : &items[found];
+  if (found == NameIndex::kAbsent) return nullptr;
+  index.SetLastFound(found);
+  return &items[found];
 }
 
 template <class Item>

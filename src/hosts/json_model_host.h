@@ -190,6 +190,13 @@ class JsonModelHost final : public HostModel {
     void Add(std::string_view name, std::size_t position);
     std::size_t Find(std::string_view name) const;
     bool Contains(std::string_view name) const { return Find(name) != kAbsent; }
+    // Whether the entry at `position` is the first of its name (the one a look-up finds).
+    bool IsFirst(std::size_t position) const {
+      return position < first_.size() && first_[position] != 0;
+    }
+    // The position of the last answer that went through FindNear, or kAbsent.
+    std::size_t LastFound() const { return lastFound_; }
+    void SetLastFound(std::size_t position) const { lastFound_ = position; }
 
    private:
     struct Slot {
@@ -203,6 +210,8 @@ class JsonModelHost final : public HostModel {
 
     std::vector<Slot> slots_;  // a power of two in size, at most half full
     std::size_t used_ = 0;
+    std::vector<std::uint8_t> first_;  // by position: 1 for the first entry of its name
+    mutable std::size_t lastFound_ = kAbsent;
   };
 
   // One object that a point is connected to; `object` indexes frames or areas by `type`.

@@ -236,6 +236,10 @@ double VaskModelObj::FrameObjLengthGet(const VaskFrameObj& frame, bool projected
   const NodeOwner owner{"Frame", frame.Label};
   const VaskNodeObj& nodeI = RequiredNode(frame.LabelNodeI, owner);
   const VaskNodeObj& nodeJ = RequiredNode(frame.LabelNodeJ, owner);
+  return FrameLengthBetween(nodeI, nodeJ, projected);
+}
+
+double FrameLengthBetween(const VaskNodeObj& nodeI, const VaskNodeObj& nodeJ, bool projected) {
   const double dx = nodeJ.x - nodeI.x;
   const double dy = nodeJ.y - nodeI.y;
   const double dz = projected ? 0.0 : nodeJ.z - nodeI.z;

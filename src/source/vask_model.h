@@ -46,6 +46,9 @@ namespace vtt {
 double QuadArea(const std::array<double, 4>& x, const std::array<double, 4>& y,
                 const std::array<double, 4>& z, bool projected);
 
+// The distance from node I to node J; with `projected`, of their plan projections.
+double FrameLengthBetween(const VaskNodeObj& nodeI, const VaskNodeObj& nodeJ, bool projected);
+
 class VaskModelObj {
  public:
   // One stage of ReadVaskData: its name, and its function; ReadVaskData skips an entry

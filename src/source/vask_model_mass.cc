@@ -7,6 +7,9 @@
 // only U1 and U2: their mass is horizontal mass. The nodal mass step later adds the
 // accumulators up for the structure.
 #include <algorithm>
+#include <array>
+#include <optional>
+#include <vector>
 #include <cstddef>
 #include <string>
 
@@ -85,6 +88,75 @@ AreaBody BodyOf(const VaskPropAreaSectObj& section) {
   return {section.PropMatObj, section.Thick};
 }
 
+// The end nodes and lengths of the frames, and the corners and areas of the 4-noded areas,
+// each found once for the whole reading of the mass: every pass, and every pattern of the
+// mass source, needs them again, and on a large building the label look-ups of the nodes
+// cost more than all the arithmetic. No node is added or renamed while the mass is read,
+// so the first answer holds for every later question. An object is measured when a pass
+// first needs it, so a missing node stops the run where it would without the record.
+class MeasuredObjects {
+ public:
+  struct FrameEnds {
+    VaskNodeObj* nodeI = nullptr;
+    VaskNodeObj* nodeJ = nullptr;
+    double length = 0.0;
+    double planLength = 0.0;
+  };
+  struct AreaCorners {
+    std::array<VaskNodeObj*, 4> nodes{};
+    double area = 0.0;
+  };
+
+  explicit MeasuredObjects(VaskModelObj& model)
+      : model_(model),
+        frames_(static_cast<std::size_t>(model.FrameNum())),
+        areas_(static_cast<std::size_t>(model.AreaNum())) {}
+
+  // Frame i: its end nodes, its length and its plan length, as FrameObjLengthGet gives them.
+  const FrameEnds& Frame(int i) {
+    std::optional<FrameEnds>& known = frames_[static_cast<std::size_t>(i - 1)];
+    if (!known) {
+      const VaskFrameObj& frame = *model_.FrameObj(i);
+      const NodeOwner owner = FrameOwner(frame);
+      FrameEnds ends;
+      ends.nodeI = &NodeOf(model_, frame.LabelNodeI, owner);
+      ends.nodeJ = &NodeOf(model_, frame.LabelNodeJ, owner);
+      ends.length = FrameLengthBetween(*ends.nodeI, *ends.nodeJ, false);
+      ends.planLength = FrameLengthBetween(*ends.nodeI, *ends.nodeJ, true);
+      known = ends;
+    }
+    return *known;
+  }
+
+  // Area i, which has 4 nodes: its corners and its area, as AreaObjAreaGet gives it.
+  const AreaCorners& Area(int i) {
+    std::optional<AreaCorners>& known = areas_[static_cast<std::size_t>(i - 1)];
+    if (!known) {
+      const VaskAreaObj& area = *model_.AreaObj(i);
+      const NodeOwner owner = AreaOwner(area);
+      AreaCorners corners;
+      std::array<double, 4> x{};
+      std::array<double, 4> y{};
+      std::array<double, 4> z{};
+      for (std::size_t j = 0; j < 4; ++j) {
+        VaskNodeObj& node = NodeOf(model_, area.LabelNodes(static_cast<int>(j) + 1), owner);
+        corners.nodes[j] = &node;
+        x[j] = node.x;
+        y[j] = node.y;
+        z[j] = node.z;
+      }
+      corners.area = QuadArea(x, y, z, false);
+      known = corners;
+    }
+    return *known;
+  }
+
+ private:
+  VaskModelObj& model_;
+  std::vector<std::optional<FrameEnds>> frames_;
+  std::vector<std::optional<AreaCorners>> areas_;
+};
+
 // Pass A: the additional masses of the points, assigned, not added.
 void PointMasses(VaskModelObj& model, HostModel& host) {
   DofValues m{};
@@ -97,13 +169,13 @@ void PointMasses(VaskModelObj& model, HostModel& host) {
 
 // Pass B: additional mass per length and the mass of the section's material, half to each
 // end of the frame.
-void FrameMasses(VaskModelObj& model, HostModel& host) {
+void FrameMasses(VaskModelObj& model, HostModel& host, MeasuredObjects& measured) {
   for (int i = 1; i <= model.FrameNum(); ++i) {
     const VaskFrameObj& frame = *model.FrameObj(i);
-    const double length = model.FrameObjLengthGet(frame, false);
-    const NodeOwner owner = FrameOwner(frame);
-    VaskNodeObj& nodeI = NodeOf(model, frame.LabelNodeI, owner);
-    VaskNodeObj& nodeJ = NodeOf(model, frame.LabelNodeJ, owner);
+    const MeasuredObjects::FrameEnds& ends = measured.Frame(i);
+    const double length = ends.length;
+    VaskNodeObj& nodeI = *ends.nodeI;
+    VaskNodeObj& nodeJ = *ends.nodeJ;
     const VaskPropFrameSectObj& section = SectionOf(frame);
     const VaskPropMaterialObj* material = section.PropMatObj;
 
@@ -127,18 +199,20 @@ void FrameMasses(VaskModelObj& model, HostModel& host) {
 
 // Pass C: additional mass per area and the mass of the shell's material, a quarter to each
 // corner. Only 4-noded areas carry mass.
-void AreaMasses(VaskModelObj& model, HostModel& host) {
+void AreaMasses(VaskModelObj& model, HostModel& host, MeasuredObjects& measured) {
   for (int i = 1; i <= model.AreaNum(); ++i) {
     const VaskAreaObj& area = *model.AreaObj(i);
     double massPerArea = 0.0;
     if (host.GetAreaMass(area.Label, massPerArea) != 0) continue;
-    const double ar = model.AreaObjAreaGet(area, false);
+    // Areas of other than 4 nodes measure 0 and carry no mass, but their section is
+    // still required.
+    const MeasuredObjects::AreaCorners* measuredArea =
+        area.NumNodes == 4 ? &measured.Area(i) : nullptr;
+    const double ar = measuredArea != nullptr ? measuredArea->area : 0.0;
     const VaskPropAreaSectObj& section = SectionOf(area);
     if (area.NumNodes != 4) continue;
 
-    const NodeOwner owner = AreaOwner(area);
-    VaskNodeObj* corners[4] = {};
-    for (int j = 1; j <= 4; ++j) corners[j - 1] = &NodeOf(model, area.LabelNodes(j), owner);
+    const std::array<VaskNodeObj*, 4>& corners = measuredArea->nodes;
 
     const double additional = massPerArea * ar / 4.0;
     for (VaskNodeObj* node : corners) AddHorizontal(node->PointMass, additional);
@@ -152,8 +226,8 @@ void AreaMasses(VaskModelObj& model, HostModel& host) {
 
 // Pass D: the loads of one mass-source pattern turned into mass, with scale factor `s`;
 // downward load makes positive mass.
-void LoadMasses(VaskModelObj& model, HostModel& host, const std::string& pattern, double s,
-                double g) {
+void LoadMasses(VaskModelObj& model, HostModel& host, MeasuredObjects& measured,
+                const std::string& pattern, double s, double g) {
   // The pattern's type is asked for and not used: every pattern of the source counts.
   int type = 0;
   host.GetLoadPatternType(pattern, type);
@@ -174,10 +248,10 @@ void LoadMasses(VaskModelObj& model, HostModel& host, const std::string& pattern
     const VaskPropFrameSectObj& section = SectionOf(frame);
     const VaskPropMaterialObj* material = section.PropMatObj;
     if (material == nullptr) continue;
-    const double length = model.FrameObjLengthGet(frame, false);
-    const NodeOwner owner = FrameOwner(frame);
-    VaskNodeObj& nodeI = NodeOf(model, frame.LabelNodeI, owner);
-    VaskNodeObj& nodeJ = NodeOf(model, frame.LabelNodeJ, owner);
+    const MeasuredObjects::FrameEnds& ends = measured.Frame(i);
+    const double length = ends.length;
+    VaskNodeObj& nodeI = *ends.nodeI;
+    VaskNodeObj& nodeJ = *ends.nodeJ;
     for (int k = 1; k <= model.LoadPatternNum(); ++k) {
       const VaskLoadPatternObj& loadPattern = *model.LoadPatternObj(k);
       if (loadPattern.Label != pattern) continue;
@@ -192,29 +266,27 @@ void LoadMasses(VaskModelObj& model, HostModel& host, const std::string& pattern
   for (int i = 1; i <= model.AreaNum(); ++i) {
     const VaskAreaObj& area = *model.AreaObj(i);
     if (area.NumNodes != 4) continue;
-    const double ar = model.AreaObjAreaGet(area, false);
+    const MeasuredObjects::AreaCorners& corners = measured.Area(i);
+    const double ar = corners.area;
     const AreaBody body = BodyOf(SectionOf(area));
     if (body.material == nullptr) continue;
-    const NodeOwner owner = AreaOwner(area);
     for (int k = 1; k <= model.LoadPatternNum(); ++k) {
       const VaskLoadPatternObj& loadPattern = *model.LoadPatternObj(k);
       if (loadPattern.Label != pattern) continue;
       const double m = body.material->UnitWeight * loadPattern.SelfWtMultiplier * ar *
                        body.thickness * s / g / 4.0;
-      for (int j = 1; j <= 4; ++j) {
-        AddHorizontal(NodeOf(model, area.LabelNodes(j), owner).AreaLoadMass, m);
-      }
+      for (VaskNodeObj* node : corners.nodes) AddHorizontal(node->AreaLoadMass, m);
     }
   }
 
   // Frame loads, positive downward: the reactions of a simply supported span.
   for (int i = 1; i <= model.FrameNum(); ++i) {
     VaskFrameObj& frame = *model.FrameObj(i);
-    double length = model.FrameObjLengthGet(frame, false);
-    const double planLength = model.FrameObjLengthGet(frame, true);
-    const NodeOwner owner = FrameOwner(frame);
-    VaskNodeObj& nodeI = NodeOf(model, frame.LabelNodeI, owner);
-    VaskNodeObj& nodeJ = NodeOf(model, frame.LabelNodeJ, owner);
+    const MeasuredObjects::FrameEnds& ends = measured.Frame(i);
+    double length = ends.length;
+    const double planLength = ends.planLength;
+    VaskNodeObj& nodeI = *ends.nodeI;
+    VaskNodeObj& nodeJ = *ends.nodeJ;
 
     for (int d = 1; d <= frame.LoadFrameDistributedNum(); ++d) {
       const VaskLoadFrameDistObj& load = *frame.LoadFrameDistributedObj(d);
@@ -277,16 +349,17 @@ void VaskModelObj::ReadMass() {
     }
   }
 
+  MeasuredObjects measured(*this);
   if (option == kMassFromElements || option == kMassFromBoth) {
     PointMasses(*this, host_);
-    FrameMasses(*this, host_);
-    AreaMasses(*this, host_);
+    FrameMasses(*this, host_, measured);
+    AreaMasses(*this, host_, measured);
   }
   if (option == kMassFromLoads || option == kMassFromBoth) {
     // Gravity of the present units, in the single precision the structure holds it in.
     const double g = PresentUnits().UnitGravity;
     for (int k = 1; k <= MassSrcLoadNum; ++k) {
-      LoadMasses(*this, host_, MassSrcLoadPattern(k), MassSrcSF(k), g);
+      LoadMasses(*this, host_, measured, MassSrcLoadPattern(k), MassSrcSF(k), g);
     }
   }
 }
