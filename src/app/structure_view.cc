@@ -9,11 +9,13 @@
 #include <limits>
 #include <memory>
 #include <numbers>
+#include <span>
 
 #include <fmt/format.h>
 
 #include "app/cli.h"
 #include "hosts/json_model_host.h"
+#include "store/binary_writer.h"
 #include "store/drift_records.h"
 #include "store/element_records.h"
 #include "store/node_records.h"
@@ -49,6 +51,112 @@ std::string XmlEscaped(std::string_view text) {
   }
   return out;
 }
+
+StructureGeometry::Node NodeOf(const ReadRecord& r) {
+  StructureGeometry::Node n;
+  n.x = static_cast<float>(r.Real(node_rec::X));
+  n.y = static_cast<float>(r.Real(node_rec::Y));
+  n.z = static_cast<float>(r.Real(node_rec::Z));
+  n.support = static_cast<std::uint8_t>(r.Int(node_rec::SupportKind));
+  n.diaphragm = static_cast<std::int32_t>(r.Int(node_rec::SlavedUX));
+  return n;
+}
+
+StructureGeometry::Drift DriftOf(const ReadRecord& r) {
+  return {FieldText(r, drift_rec::Name), static_cast<std::int32_t>(r.Int(drift_rec::TopNode)),
+          static_cast<std::int32_t>(r.Int(drift_rec::BottomNode))};
+}
+
+// The group number of an element record; a group's leading element has 0.
+std::int64_t ElementGroup(std::span<const std::uint8_t> bytes) {
+  return ReadI16(bytes, elem_rec::GroupNumber.offset);
+}
+
+std::array<std::int32_t, 4> ElementNodes(std::span<const std::uint8_t> bytes) {
+  return {ReadI32(bytes, elem_rec::Node1.offset), ReadI32(bytes, elem_rec::Node2.offset),
+          ReadI32(bytes, elem_rec::Node3.offset), ReadI32(bytes, elem_rec::Node4.offset)};
+}
+
+// Element records read back from the file a chunk at a time.
+constexpr std::int64_t kElementsPerRead = 4096;
+
+// Calls `draw` with the nodes of each element of group `gi`, in file order: from the
+// groups when they hold their elements, else from the S file, reading only the records
+// from the group's first element to its last.
+template <class Draw>
+void ForEachElement(const StructureGeometry& g, std::size_t gi, Draw draw) {
+  if (!g.element_records) {
+    for (const auto& e : g.groups[gi].elements) draw(e);
+    return;
+  }
+  const StructureGeometry::ElementRecords& records = *g.element_records;
+  if (records.elements[gi] == 0) return;
+  std::ifstream in(records.file, std::ios::binary);
+  const std::int64_t first = records.first[gi];
+  const std::int64_t last = records.last[gi];
+  in.seekg(static_cast<std::streamoff>(records.offset +
+                                       static_cast<std::uint64_t>(first - 1) * elem_rec::kSize));
+  std::vector<std::uint8_t> chunk;
+  const auto group = static_cast<std::int64_t>(gi + 1);
+  for (std::int64_t at = first; at <= last && in; at += kElementsPerRead) {
+    const std::int64_t n = std::min(kElementsPerRead, last - at + 1);
+    chunk.resize(static_cast<std::size_t>(n) * elem_rec::kSize);
+    in.read(reinterpret_cast<char*>(chunk.data()), static_cast<std::streamsize>(chunk.size()));
+    const auto got = static_cast<std::size_t>(in.gcount()) / elem_rec::kSize;
+    for (std::size_t k = 0; k < got; ++k) {
+      const std::span<const std::uint8_t> bytes(chunk.data() + k * elem_rec::kSize,
+                                                elem_rec::kSize);
+      if (ElementGroup(bytes) == group) draw(ElementNodes(bytes));
+    }
+  }
+}
+
+// Takes from the S file what the picture needs, one record at a time.
+class GeometrySink : public RecordSink {
+ public:
+  GeometrySink(StructureGeometry& g, const fs::path& file) : g_(g) {
+    g_.element_records.emplace();
+    g_.element_records->file = file;
+  }
+
+  bool Wants(std::string_view section) const override {
+    return section == "nodes" || section == "element groups" || section == "elements" ||
+           section == "drifts";
+  }
+
+  void Take(const ReadSection& section, const ReadRecord& r) override {
+    if (r.record == "TrelkNodeRec") {
+      if (g_.nodes.empty()) g_.nodes.reserve(Count(section, "NodeCount"));
+      g_.nodes.push_back(NodeOf(r));
+    } else if (r.record == "TrelkElemGroupRec") {
+      g_.groups.push_back({FieldText(r, elem_group_rec::Name), {}});
+      StructureGeometry::ElementRecords& e = *g_.element_records;
+      e.elements.push_back(0);
+      e.first.push_back(0);
+      e.last.push_back(0);
+    } else if (r.record == "TrelkElemRec") {
+      StructureGeometry::ElementRecords& e = *g_.element_records;
+      if (e.count == 0) e.offset = r.offset;
+      ++e.count;
+      const std::int64_t group = ElementGroup(r.bytes);
+      if (group < 1 || static_cast<std::size_t>(group) > g_.groups.size()) return;
+      const auto gi = static_cast<std::size_t>(group - 1);
+      if (e.elements[gi]++ == 0) e.first[gi] = e.count;
+      e.last[gi] = e.count;
+    } else if (r.record == "TrelkDriftRec") {
+      g_.drifts.push_back(DriftOf(r));
+    }
+  }
+
+  bool GoOnAfter(std::string_view section) const override { return section != "drifts"; }
+
+ private:
+  static std::size_t Count(const ReadSection& section, std::string_view name) {
+    return static_cast<std::size_t>(std::max<std::int64_t>(0, section.Value(name)));
+  }
+
+  StructureGeometry& g_;
+};
 
 // Group colours: distinct enough side by side, readable on white.
 constexpr std::array<std::string_view, 12> kPalette = {
@@ -137,22 +245,28 @@ const StructureGeometry::Node* NodeAt(const StructureGeometry& g, std::int32_t k
 
 void WriteElements(const StructureGeometry& g, const PanelFit& fit, std::ostream& out) {
   for (std::size_t gi = 0; gi < g.groups.size(); ++gi) {
-    const auto& elems = g.groups[gi].elements;
-    for (std::size_t start = 0; start < elems.size(); start += kElementsPerPath) {
-      out << "<path class=\"g" << gi + 1 << "\" d=\"";
-      const std::size_t stop = std::min(elems.size(), start + kElementsPerPath);
-      for (std::size_t e = start; e < stop; ++e) {
-        int drawn = 0;
-        for (std::int32_t k : elems[e]) {
-          const auto* n = NodeAt(g, k);
-          if (n == nullptr) continue;
-          MoveTo(out, drawn == 0 ? 'M' : 'L', fit(*n));
-          ++drawn;
-        }
-        if (drawn > 2) out << 'Z';
+    bool open = false;
+    std::size_t in_path = 0;
+    ForEachElement(g, gi, [&](const std::array<std::int32_t, 4>& element) {
+      if (!open) {
+        out << "<path class=\"g" << gi + 1 << "\" d=\"";
+        open = true;
       }
-      out << "\"/>\n";
-    }
+      int drawn = 0;
+      for (std::int32_t k : element) {
+        const auto* n = NodeAt(g, k);
+        if (n == nullptr) continue;
+        MoveTo(out, drawn == 0 ? 'M' : 'L', fit(*n));
+        ++drawn;
+      }
+      if (drawn > 2) out << 'Z';
+      if (++in_path == kElementsPerPath) {
+        out << "\"/>\n";
+        open = false;
+        in_path = 0;
+      }
+    });
+    if (open) out << "\"/>\n";
   }
 }
 
@@ -252,8 +366,7 @@ void WriteLegend(const StructureGeometry& g, double left, std::ostream& out) {
     out << "<rect x=\"" << left << "\" y=\"" << y - 10 << "\" width=\"18\" height=\"10\" fill=\""
         << GroupColour(gi) << "\"/>";
     out << "<text x=\"" << left + 26 << "\" y=\"" << y << "\">"
-        << XmlEscaped(g.groups[gi].name) << " (" << g.groups[gi].elements.size()
-        << ")</text>\n";
+        << XmlEscaped(g.groups[gi].name) << " (" << g.ElementCount(gi) << ")</text>\n";
     y += 18;
   }
   y += 14;
@@ -291,19 +404,25 @@ std::string_view ViewKindName(ViewKind kind) {
   return "";
 }
 
+std::size_t StructureGeometry::ElementCount(std::size_t g) const {
+  return element_records ? element_records->elements[g] : groups[g].elements.size();
+}
+
+StructureGeometry StreamGeometryFromFolder(const fs::path& folder) {
+  StructureGeometry g;
+  const fs::path file = folder / "TRKDS";
+  GeometrySink sink(g, file);
+  StreamStructureFile("S", file, sink);
+  return g;
+}
+
 StructureGeometry GeometryFromStructure(const StructureRead& read) {
   StructureGeometry g;
   const ReadFile* s = read.File("S");
   if (s == nullptr) return g;
   if (const ReadSection* nodes = s->Section("nodes")) {
     for (const ReadRecord* r : nodes->Records("TrelkNodeRec")) {
-      StructureGeometry::Node n;
-      n.x = r->Real(node_rec::X);
-      n.y = r->Real(node_rec::Y);
-      n.z = r->Real(node_rec::Z);
-      n.support = static_cast<std::uint8_t>(r->Int(node_rec::SupportKind));
-      n.diaphragm = static_cast<std::int32_t>(r->Int(node_rec::SlavedUX));
-      g.nodes.push_back(n);
+      g.nodes.push_back(NodeOf(*r));
     }
   }
   if (const ReadSection* groups = s->Section("element groups")) {
@@ -316,18 +435,12 @@ StructureGeometry GeometryFromStructure(const StructureRead& read) {
       // A group's leading element has group number 0 and stands for no element.
       const std::int64_t group = r->Int(elem_rec::GroupNumber);
       if (group < 1 || static_cast<std::size_t>(group) > g.groups.size()) continue;
-      g.groups[static_cast<std::size_t>(group - 1)].elements.push_back(
-          {static_cast<std::int32_t>(r->Int(elem_rec::Node1)),
-           static_cast<std::int32_t>(r->Int(elem_rec::Node2)),
-           static_cast<std::int32_t>(r->Int(elem_rec::Node3)),
-           static_cast<std::int32_t>(r->Int(elem_rec::Node4))});
+      g.groups[static_cast<std::size_t>(group - 1)].elements.push_back(ElementNodes(r->bytes));
     }
   }
   if (const ReadSection* drifts = s->Section("drifts")) {
     for (const ReadRecord* r : drifts->Records("TrelkDriftRec")) {
-      g.drifts.push_back({FieldText(*r, drift_rec::Name),
-                          static_cast<std::int32_t>(r->Int(drift_rec::TopNode)),
-                          static_cast<std::int32_t>(r->Int(drift_rec::BottomNode))});
+      g.drifts.push_back(DriftOf(*r));
     }
   }
   return g;
@@ -391,15 +504,18 @@ int RunViewCommand(const std::string& input, const std::string& svg_file,
   }
   if (views.empty()) views.push_back(ViewKind::Iso);
 
-  StructureGeometry geometry;
-  if (fs::is_directory(input)) {
-    try {
-      geometry = GeometryFromStructure(ReadStructureFolder(input));
-    } catch (const std::exception& e) {
-      err << "Error : " << e.what() << '\n';
-      return exit_status::kUsage;
+  // A model file is transferred into a folder of its own under the system's temporary
+  // folder, which stays only until the picture is drawn: the elements are read from it as
+  // they are drawn.
+  struct TempFolder {
+    fs::path path;
+    ~TempFolder() {
+      std::error_code ec;
+      if (!path.empty()) fs::remove_all(path, ec);
     }
-  } else {
+  } temp;
+  fs::path folder = input;
+  if (!fs::is_directory(input)) {
     std::unique_ptr<JsonModelHost> host;
     try {
       host = JsonModelHost::FromFile(input);
@@ -407,37 +523,30 @@ int RunViewCommand(const std::string& input, const std::string& svg_file,
       err << error.what() << '\n';
       return exit_status::kBadModelFile;
     }
-    // The structure goes to a folder of its own under the system's temporary folder, and
-    // only for as long as it takes to read it back.
     const auto stamp = std::chrono::steady_clock::now().time_since_epoch().count();
-    const fs::path temp = fs::temp_directory_path() / fmt::format("vask2trelk-view-{}", stamp);
+    temp.path = fs::temp_directory_path() / fmt::format("vask2trelk-view-{}", stamp);
     std::error_code ec;
-    fs::create_directories(temp / "View", ec);
+    fs::create_directories(temp.path / "View", ec);
     if (ec) {
-      err << "Error : cannot make the temporary folder " << temp.string() << ".\n";
+      err << "Error : cannot make the temporary folder " << temp.path.string() << ".\n";
+      temp.path.clear();
       return exit_status::kFolderNotMade;
     }
     CollectedMessages messages;
     int status = exit_status::kComplete;
     try {
-      {
-        // The store and the model go before the files are read back: a large structure
-        // should not be held twice.
-        TrelkStore store;
-        const TransformOutcome outcome =
-            Transform(host.get(), store, messages, temp.string(), "View", std::nullopt);
-        if (outcome == TransformOutcome::NoModel) status = exit_status::kNoModel;
-        if (outcome == TransformOutcome::EmptyModel) status = exit_status::kEmptyModel;
-      }
-      host.reset();
-      if (status == exit_status::kComplete) {
-        geometry = GeometryFromStructure(ReadStructureFolder(temp / "View"));
-      }
+      // The store and the model go before the files are read back: a large structure
+      // should not be held twice.
+      TrelkStore store;
+      const TransformOutcome outcome =
+          Transform(host.get(), store, messages, temp.path.string(), "View", std::nullopt);
+      if (outcome == TransformOutcome::NoModel) status = exit_status::kNoModel;
+      if (outcome == TransformOutcome::EmptyModel) status = exit_status::kEmptyModel;
     } catch (const std::exception& e) {
       err << "Transfer stopped\n" << e.what() << '\n';
       status = exit_status::kTransferFailed;
     }
-    fs::remove_all(temp, ec);
+    host.reset();
     if (status != exit_status::kComplete) {
       for (const UserMessage& m : messages.messages) {
         if (!m.title.empty()) err << m.title << '\n';
@@ -445,6 +554,15 @@ int RunViewCommand(const std::string& input, const std::string& svg_file,
       }
       return status;
     }
+    folder = temp.path / "View";
+  }
+
+  StructureGeometry geometry;
+  try {
+    geometry = StreamGeometryFromFolder(folder);
+  } catch (const std::exception& e) {
+    err << "Error : " << e.what() << '\n';
+    return exit_status::kUsage;
   }
 
   std::ofstream file(svg_file, std::ios::binary);
@@ -459,7 +577,7 @@ int RunViewCommand(const std::string& input, const std::string& svg_file,
     return exit_status::kUsage;
   }
   std::size_t elements = 0;
-  for (const auto& group : geometry.groups) elements += group.elements.size();
+  for (std::size_t g = 0; g < geometry.groups.size(); ++g) elements += geometry.ElementCount(g);
   out << "Picture of " << geometry.nodes.size() << " nodes and " << elements
       << " elements written to " << svg_file << '\n';
   return exit_status::kComplete;

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -126,6 +128,55 @@ TEST(StructureViewGeometry, FramesFolderNodesGroupsSupportsDrifts) {
   EXPECT_GT(g.drifts[0].bottom, 0);
   EXPECT_EQ(g.drifts[1].top, g.drifts[0].top);
   EXPECT_EQ(g.drifts[1].bottom, g.drifts[0].bottom);
+}
+
+TEST(StructureViewGeometry, StreamedFolderGivesTheSameGeometryAndPicture) {
+  const fs::path folder = Models() / "frames" / "expected";
+  const StructureGeometry held = GeometryFromStructure(ReadStructureFolder(folder));
+  const StructureGeometry streamed = StreamGeometryFromFolder(folder);
+  ASSERT_TRUE(streamed.element_records.has_value());
+  EXPECT_FALSE(held.element_records.has_value());
+  ASSERT_EQ(streamed.nodes.size(), held.nodes.size());
+  for (std::size_t i = 0; i < held.nodes.size(); ++i) {
+    EXPECT_EQ(streamed.nodes[i].x, held.nodes[i].x);
+    EXPECT_EQ(streamed.nodes[i].y, held.nodes[i].y);
+    EXPECT_EQ(streamed.nodes[i].z, held.nodes[i].z);
+    EXPECT_EQ(streamed.nodes[i].support, held.nodes[i].support);
+    EXPECT_EQ(streamed.nodes[i].diaphragm, held.nodes[i].diaphragm);
+  }
+  ASSERT_EQ(streamed.groups.size(), kFramesGroups.size());
+  for (std::size_t i = 0; i < streamed.groups.size(); ++i) {
+    EXPECT_EQ(streamed.groups[i].name, kFramesGroups[i].first);
+    // Not held, only counted.
+    EXPECT_TRUE(streamed.groups[i].elements.empty());
+    EXPECT_EQ(streamed.ElementCount(i), kFramesGroups[i].second);
+    EXPECT_EQ(held.ElementCount(i), kFramesGroups[i].second);
+  }
+  ASSERT_EQ(streamed.drifts.size(), 2u);
+  EXPECT_EQ(streamed.drifts[1].name, "H2 Drift");
+  EXPECT_EQ(streamed.drifts[0].top, held.drifts[0].top);
+  // The first element record stands right after the element counts.
+  const StructureRead read = ReadStructureFolder(folder);
+  const ReadSection& elems = *read.File("S")->Section("elements");
+  EXPECT_EQ(streamed.element_records->offset, elems.offset + 12);
+  EXPECT_EQ(streamed.element_records->count, elems.Value("ElemCount"));
+
+  const std::vector<ViewKind> all = {ViewKind::Iso, ViewKind::Plan, ViewKind::XZ, ViewKind::YZ};
+  std::ostringstream a, b;
+  WriteStructureSvg(held, all, a);
+  WriteStructureSvg(streamed, all, b);
+  EXPECT_EQ(a.str(), b.str());
+  EXPECT_EQ(Occurrences(b.str(), "<path class=\"g1\""), 4u);
+}
+
+TEST(StructureViewGeometry, StreamedMissingFolderGivesNothing) {
+  const StructureGeometry g = StreamGeometryFromFolder(fs::temp_directory_path() / "vtt-none");
+  EXPECT_TRUE(g.nodes.empty());
+  EXPECT_TRUE(g.groups.empty());
+  std::ostringstream out;
+  WriteStructureSvg(g, {ViewKind::Iso}, out);
+  std::string why;
+  EXPECT_TRUE(WellFormedSvg(out.str(), &why)) << why;
 }
 
 TEST(StructureViewGeometry, MissingFolderGivesNothing) {
@@ -262,6 +313,48 @@ TEST(StructureViewSvg, MarkersOutlinesAndEscapedNames) {
   EXPECT_EQ(Occurrences(doc, "<circle class=\"driftnode\""), 4u);
   EXPECT_EQ(Occurrences(doc, ">H1 Drift</text>"), 1u);
   EXPECT_EQ(Occurrences(doc, ">H2 Drift</text>"), 1u);
+}
+
+// An element record as the S file holds it: group number, then the four nodes.
+std::vector<std::uint8_t> ElementRecord(std::int16_t group, std::array<std::int32_t, 4> nodes) {
+  std::vector<std::uint8_t> r(92, 0);
+  const auto put = [&r](std::size_t at, std::uint32_t v, int bytes) {
+    for (int b = 0; b < bytes; ++b) r[at + static_cast<std::size_t>(b)] = (v >> (8 * b)) & 0xff;
+  };
+  put(0, static_cast<std::uint16_t>(group), 2);
+  for (std::size_t k = 0; k < 4; ++k) put(6 + 4 * k, static_cast<std::uint32_t>(nodes[k]), 4);
+  return r;
+}
+
+TEST_F(StructureViewTest, StreamedElementsOfInterleavedGroupsAreDrawnLikeHeldOnes) {
+  StructureGeometry held;
+  held.nodes = {{0, 0, 0, 0, 0}, {1, 0, 0, 0, 0}, {1, 1, 0, 0, 0}, {0, 1, 0, 0, 0}};
+  held.groups = {{"A", {{1, 2, 0, 0}, {3, 4, 0, 0}}}, {"B", {{2, 3, 0, 0}}}};
+
+  // Ten bytes before the records, then A, B, a leading element, A.
+  const fs::path file = dir_ / "TRKDS";
+  {
+    std::ofstream out(file, std::ios::binary);
+    out << "0123456789";
+    for (const auto& r : {ElementRecord(1, {1, 2, 0, 0}), ElementRecord(2, {2, 3, 0, 0}),
+                          ElementRecord(0, {0, 0, 0, 0}), ElementRecord(1, {3, 4, 0, 0})}) {
+      out.write(reinterpret_cast<const char*>(r.data()), static_cast<std::streamsize>(r.size()));
+    }
+  }
+  StructureGeometry streamed;
+  streamed.nodes = held.nodes;
+  streamed.groups = {{"A", {}}, {"B", {}}};
+  streamed.element_records = StructureGeometry::ElementRecords{file, 10, 4, {2, 1}, {1, 2}, {4, 2}};
+  EXPECT_EQ(streamed.ElementCount(0), 2u);
+
+  std::ostringstream a, b;
+  WriteStructureSvg(held, {ViewKind::Plan}, a);
+  WriteStructureSvg(streamed, {ViewKind::Plan}, b);
+  EXPECT_EQ(a.str(), b.str());
+  EXPECT_NE(b.str().find(">A (2)</text>"), std::string::npos);
+  const std::size_t g1 = b.str().find("<path class=\"g1\" d=\"");
+  ASSERT_NE(g1, std::string::npos);
+  EXPECT_EQ(Occurrences(b.str().substr(g1, b.str().find("\"/>", g1) - g1), "M"), 2u);
 }
 
 TEST(StructureViewSvg, LargeGroupIsSplitIntoPathsOfTwentyThousandElements) {
