@@ -9,17 +9,18 @@
 namespace vtt {
 namespace {
 
-bool IsSupportNode(const VaskModelObj& model, const std::string& label,
-                   const std::string& owner) {
+using NodeOwner = VaskModelObj::NodeOwner;
+
+bool IsSupportNode(const VaskModelObj& model, const std::string& label, const NodeOwner& owner) {
   return model.RequiredNode(label, owner).IsSupport();
 }
 
 bool SupportAtI(const VaskModelObj& model, const VaskFrameObj& frame) {
-  return IsSupportNode(model, frame.LabelNodeI, "Frame " + frame.Label);
+  return IsSupportNode(model, frame.LabelNodeI, NodeOwner{"Frame", frame.Label, true, false});
 }
 
 bool SupportAtJ(const VaskModelObj& model, const VaskFrameObj& frame) {
-  return IsSupportNode(model, frame.LabelNodeJ, "Frame " + frame.Label);
+  return IsSupportNode(model, frame.LabelNodeJ, NodeOwner{"Frame", frame.Label, true, false});
 }
 
 bool FrameIsCut(const VaskModelObj& model, const VaskFrameObj& frame) {
@@ -28,7 +29,7 @@ bool FrameIsCut(const VaskModelObj& model, const VaskFrameObj& frame) {
 
 bool AreaIsCut(const VaskModelObj& model, const VaskAreaObj& area) {
   if (area.NumNodes < 2) return false;
-  const std::string owner = "Area " + area.Label;
+  const NodeOwner owner{"Area", area.Label, true, false};
   return IsSupportNode(model, area.LabelNodes(1), owner) &&
          IsSupportNode(model, area.LabelNodes(2), owner);
 }

@@ -1,8 +1,8 @@
 #include "elements/fill_trelk_frame.h"
 
+#include <functional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "source/host_model.h"
@@ -19,17 +19,43 @@ constexpr int kAreaObject = 5;
 
 // Element numbers of every object with a label, in model order. A group names an
 // object by label, and every object of that label belongs to it (the parts of a divided
-// triangle all carry the triangle's label).
+// triangle all carry the triangle's label). The first object of a label comes from the
+// model's label index; the others are chained behind it, so that a model of millions of
+// objects needs no table of its own.
 class ElementsByLabel {
  public:
-  void Add(const std::string& label, int elem) { elems_[label].push_back(elem); }
-  const std::vector<int>* Find(const std::string& label) const {
-    const auto it = elems_.find(label);
-    return it == elems_.end() ? nullptr : &it->second;
+  // `count` objects; `label(p)` and `elem(p)` of position p from 1; `first(text)` the
+  // position of the first object labelled `text`, or 0.
+  template <class Label, class Elem, class First>
+  ElementsByLabel(int count, Label label, Elem elem, First first)
+      : elem_(static_cast<std::size_t>(count) + 1, 0),
+        next_(static_cast<std::size_t>(count) + 1, 0),
+        find_(first) {
+    std::vector<int> last(static_cast<std::size_t>(count) + 1, 0);
+    for (int p = 1; p <= count; ++p) {
+      elem_[At(p)] = elem(p);
+      const int head = first(label(p));
+      if (head == 0 || head == p) {
+        last[At(p)] = p;
+      } else {
+        next_[At(last[At(head)])] = p;
+        last[At(head)] = p;
+      }
+    }
+  }
+
+  // Calls `visit(elem)` for every object labelled `text`, in model order.
+  template <class Visit>
+  void ForEach(std::string_view text, Visit visit) const {
+    for (int p = find_(text); p != 0; p = next_[At(p)]) visit(elem_[At(p)]);
   }
 
  private:
-  std::unordered_map<std::string, std::vector<int>> elems_;
+  static std::size_t At(int p) { return static_cast<std::size_t>(p); }
+
+  std::vector<int> elem_;
+  std::vector<int> next_;  // the next position with the same label, 0 after the last
+  std::function<int(std::string_view)> find_;
 };
 
 }  // namespace
@@ -39,14 +65,14 @@ void FillTrelkFrames(HostModel& host, const VaskModelObj& model, TrelkStore& sto
   int group_count = 0;
   host.GetGroupNames(group_count, groups);
 
-  ElementsByLabel frames;
-  for (int f = 1; f <= model.FrameNum(); ++f) {
-    frames.Add(model.FrameObj(f)->Label, model.FrameObj(f)->idTrelkElem);
-  }
-  ElementsByLabel areas;
-  for (int a = 1; a <= model.AreaNum(); ++a) {
-    areas.Add(model.AreaObj(a)->Label, model.AreaObj(a)->idTrelkElem);
-  }
+  const ElementsByLabel frames(
+      model.FrameNum(), [&](int p) -> const std::string& { return model.FrameObj(p)->Label; },
+      [&](int p) { return model.FrameObj(p)->idTrelkElem; },
+      [&](std::string_view text) { return model.FramePositionGet(text); });
+  const ElementsByLabel areas(
+      model.AreaNum(), [&](int p) -> const std::string& { return model.AreaObj(p)->Label; },
+      [&](int p) { return model.AreaObj(p)->idTrelkElem; },
+      [&](std::string_view text) { return model.AreaPositionGet(text); });
 
   std::int32_t t = 1;
   for (int g = 0; g < group_count && g < static_cast<int>(groups.size()); ++g) {
@@ -63,7 +89,7 @@ void FillTrelkFrames(HostModel& host, const VaskModelObj& model, TrelkStore& sto
                     i < static_cast<int>(objects.size());
          ++i) {
       const std::string& object = objects[static_cast<std::size_t>(i)];
-      const std::vector<int>* elems = nullptr;
+      const ElementsByLabel* elems = nullptr;
       switch (types[static_cast<std::size_t>(i)]) {
         case kPointObject:
           if (const VaskNodeObj* node = model.NodeObjGet(object)) {
@@ -71,17 +97,17 @@ void FillTrelkFrames(HostModel& host, const VaskModelObj& model, TrelkStore& sto
           }
           break;
         case kFrameObject:
-          elems = frames.Find(object);
+          elems = &frames;
           break;
         case kAreaObject:
-          elems = areas.Find(object);
+          elems = &areas;
           break;
         default:
           break;  // links, tendons and the like have no place in a structure frame
       }
       if (elems != nullptr) {
         // A frame that got no element has number 0, a slot the matrix keeps for it.
-        for (int elem : *elems) store.FrameElemFlag.At({t, elem})[0] = 1;
+        elems->ForEach(object, [&](int elem) { store.FrameElemFlag.At({t, elem})[0] = 1; });
       }
     }
     ++t;

@@ -207,6 +207,7 @@ const VaskNodeObj& VaskModelObj::RequiredNode(std::string_view label,
 
 std::string VaskModelObj::NodeOwner::Text() const {
   if (!named) return std::string(kind);
+  if (!quoted) return std::string(kind) + " " + std::string(label);
   return std::string(kind) + " \"" + std::string(label) + "\"";
 }
 

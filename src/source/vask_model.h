@@ -149,6 +149,7 @@ class VaskModelObj {
     std::string_view kind;   // "Frame", "Area"
     std::string_view label;  // the object's label, quoted in the message
     bool named = true;       // false: the kind alone names the owner ("Nodal load")
+    bool quoted = true;      // false: the label follows the kind bare ("Frame B12")
     std::string Text() const;
   };
   const VaskNodeObj& RequiredNode(std::string_view label, const NodeOwner& owner) const;
@@ -158,6 +159,9 @@ class VaskModelObj {
   VaskLoadNodeObj* LoadNodeObjGet(std::string_view label) const;
   VaskTHFuncObj* THFuncObjGet(std::string_view label) const;
   VaskFrameObj* FrameObjGet(std::string_view label) const;
+  // Positions (from 1) of the first frame and the first area with the label, or 0.
+  int FramePositionGet(std::string_view label) const { return frames_.Find(label); }
+  int AreaPositionGet(std::string_view label) const { return areas_.Find(label); }
   // Searches PropFrameSectObj only, never the embedded-beam sections.
   VaskPropFrameSectObj* PropFrameSectObjGet(std::string_view label) const;
   VaskPropMaterialObj* PropMaterialObjGet(std::string_view label) const;
