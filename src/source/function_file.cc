@@ -5,8 +5,10 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <ios>
 #include <iterator>
 #include <string>
+#include <system_error>
 #include <utility>
 
 namespace vtt {
@@ -166,9 +168,21 @@ FunctionFilePoints ReadFunctionText(std::string_view content, const FunctionFile
 }
 
 FunctionFilePoints ReadFunctionFile(const FunctionFileLayout& layout) {
-  std::ifstream in(std::filesystem::path(layout.fileName), std::ios::binary);
-  if (layout.fileName.empty() || !in) return Rejected("it cannot be opened");
-  const std::string content(std::istreambuf_iterator<char>(in), {});
+  // Only a regular file is opened: a folder fails while it is being read, and a device or
+  // a pipe may never end.
+  const std::filesystem::path path(layout.fileName);
+  std::error_code error;
+  if (layout.fileName.empty() || !std::filesystem::is_regular_file(path, error)) {
+    return Rejected("it cannot be opened");
+  }
+  std::ifstream in(path, std::ios::binary);
+  if (!in) return Rejected("it cannot be opened");
+  std::string content;
+  try {
+    content.assign(std::istreambuf_iterator<char>(in), {});
+  } catch (const std::ios_base::failure&) {
+    return Rejected("it cannot be opened");
+  }
   return ReadFunctionText(content, layout);
 }
 
