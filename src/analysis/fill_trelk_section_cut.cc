@@ -11,16 +11,19 @@ namespace {
 
 using NodeOwner = VaskModelObj::NodeOwner;
 
-bool IsSupportNode(const VaskModelObj& model, const std::string& label, const NodeOwner& owner) {
-  return model.RequiredNode(label, owner).IsSupport();
+bool IsSupportNode(const VaskModelObj& model, const std::string& label, const NodeOwner& owner,
+                   int hint) {
+  return model.RequiredNode(label, owner, hint).IsSupport();
 }
 
 bool SupportAtI(const VaskModelObj& model, const VaskFrameObj& frame) {
-  return IsSupportNode(model, frame.LabelNodeI, NodeOwner{"Frame", frame.Label, true, false});
+  return IsSupportNode(model, frame.LabelNodeI, NodeOwner{"Frame", frame.Label, true, false},
+                       frame.NodeI);
 }
 
 bool SupportAtJ(const VaskModelObj& model, const VaskFrameObj& frame) {
-  return IsSupportNode(model, frame.LabelNodeJ, NodeOwner{"Frame", frame.Label, true, false});
+  return IsSupportNode(model, frame.LabelNodeJ, NodeOwner{"Frame", frame.Label, true, false},
+                       frame.NodeJ);
 }
 
 bool FrameIsCut(const VaskModelObj& model, const VaskFrameObj& frame) {
@@ -30,8 +33,8 @@ bool FrameIsCut(const VaskModelObj& model, const VaskFrameObj& frame) {
 bool AreaIsCut(const VaskModelObj& model, const VaskAreaObj& area) {
   if (area.NumNodes < 2) return false;
   const NodeOwner owner{"Area", area.Label, true, false};
-  return IsSupportNode(model, area.LabelNodes(1), owner) &&
-         IsSupportNode(model, area.LabelNodes(2), owner);
+  return IsSupportNode(model, area.LabelNodes(1), owner, area.NodeHint(1)) &&
+         IsSupportNode(model, area.LabelNodes(2), owner, area.NodeHint(2));
 }
 
 void FillCut(TrelkStore& store, std::int32_t cut, const char* name, std::int32_t first,

@@ -36,6 +36,10 @@ class VaskAreaObj {
   // Sizes idNodes and LabelNodes to NumNodes when it is above 0, keeping their entries.
   // The readers set NumNodes, then call this, then fill the node lists.
   void RedimJoint();
+
+  // Where node j is expected in the model's node list, as a hint for its look-up by label;
+  // 0 (no hint) when idNodes has no entry j.
+  int NodeHint(int j) const { return j >= 1 && j <= idNodes.Num() ? idNodes(j) : 0; }
 };
 
 }  // namespace vtt

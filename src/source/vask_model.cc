@@ -211,11 +211,16 @@ std::string VaskModelObj::NodeOwner::Text() const {
   return std::string(kind) + " \"" + std::string(label) + "\"";
 }
 
-const VaskNodeObj& VaskModelObj::RequiredNode(std::string_view label,
-                                              const NodeOwner& owner) const {
-  const VaskNodeObj* node = nodes_.Get(label);
+const VaskNodeObj& VaskModelObj::RequiredNode(std::string_view label, const NodeOwner& owner,
+                                              int hint) const {
+  const VaskNodeObj* node = NodeObjNear(label, hint);
   if (node == nullptr) return RequiredNode(label, owner.Text());
   return *node;
+}
+
+VaskNodeObj* VaskModelObj::NodeObjNear(std::string_view label, int hint) const {
+  const int position = nodes_.FindNear(label, hint);
+  return position == 0 ? nullptr : nodes_(position);
 }
 
 double VaskModelObj::AreaObjAreaGet(const VaskAreaObj& area, bool projected) const {
@@ -225,7 +230,8 @@ double VaskModelObj::AreaObjAreaGet(const VaskAreaObj& area, bool projected) con
   std::array<double, 4> z{};
   const NodeOwner owner{"Area", area.Label};
   for (std::size_t j = 0; j < 4; ++j) {
-    const VaskNodeObj& node = RequiredNode(area.LabelNodes(static_cast<int>(j) + 1), owner);
+    const int at = static_cast<int>(j) + 1;
+    const VaskNodeObj& node = RequiredNode(area.LabelNodes(at), owner, area.NodeHint(at));
     x[j] = node.x;
     y[j] = node.y;
     z[j] = node.z;
@@ -235,8 +241,8 @@ double VaskModelObj::AreaObjAreaGet(const VaskAreaObj& area, bool projected) con
 
 double VaskModelObj::FrameObjLengthGet(const VaskFrameObj& frame, bool projected) const {
   const NodeOwner owner{"Frame", frame.Label};
-  const VaskNodeObj& nodeI = RequiredNode(frame.LabelNodeI, owner);
-  const VaskNodeObj& nodeJ = RequiredNode(frame.LabelNodeJ, owner);
+  const VaskNodeObj& nodeI = RequiredNode(frame.LabelNodeI, owner, frame.NodeI);
+  const VaskNodeObj& nodeJ = RequiredNode(frame.LabelNodeJ, owner, frame.NodeJ);
   return FrameLengthBetween(nodeI, nodeJ, projected);
 }
 

@@ -152,7 +152,12 @@ class VaskModelObj {
     bool quoted = true;      // false: the label follows the kind bare ("Frame B12")
     std::string Text() const;
   };
-  const VaskNodeObj& RequiredNode(std::string_view label, const NodeOwner& owner) const;
+  // `hint`: the position the node is expected at (a frame's NodeI, an area's idNodes), which
+  // spares the search when it holds; any other value costs only the search.
+  const VaskNodeObj& RequiredNode(std::string_view label, const NodeOwner& owner,
+                                  int hint = 0) const;
+  // NodeObjGet with the same kind of hint.
+  VaskNodeObj* NodeObjNear(std::string_view label, int hint) const;
   // The id of the first node with the label, or -1.
   int NodeIdGet(std::string_view label) const;
   VaskNodeObj* NodeObjGet(std::string_view label) const;

@@ -213,7 +213,7 @@ void VaskModelObj::NormaliseAreaNodes(VaskAreaObj& area) const {
   const NodeOwner owner{"Area", area.Label};
   Corners corners;
   for (int j = 1; j <= 4; ++j) {
-    const VaskNodeObj& node = RequiredNode(area.LabelNodes(j), owner);
+    const VaskNodeObj& node = RequiredNode(area.LabelNodes(j), owner, area.NodeHint(j));
     corners[static_cast<std::size_t>(j - 1)] = {node.x, node.y, node.z, j};
   }
   const Corners ordered = NormalOrder(corners);
@@ -230,7 +230,7 @@ int VaskModelObj::AreaOrientationGet(const VaskAreaObj& area) const {
   const NodeOwner owner{"Area", area.Label};
   Corners corners;
   for (int j = 1; j <= 4; ++j) {
-    const VaskNodeObj& node = RequiredNode(area.LabelNodes(j), owner);
+    const VaskNodeObj& node = RequiredNode(area.LabelNodes(j), owner, area.NodeHint(j));
     corners[static_cast<std::size_t>(j - 1)] = {node.x, node.y, node.z, j};
   }
   const Corners p = NormalOrder(corners);
@@ -276,7 +276,7 @@ void VaskModelObj::DetectEmbeddedBeams() {
     VaskAreaObj& area = *AreaObj(i);
     const NodeOwner owner{"Area", area.Label};
     for (int j = 1; j <= 4; ++j) {
-      const VaskNodeObj& node = RequiredNode(area.LabelNodes(j), owner);
+      const VaskNodeObj& node = RequiredNode(area.LabelNodes(j), owner, area.NodeHint(j));
       area.IsEmbed(j) = FrameJoinsPoint(host_, node.Label);
     }
   }
@@ -314,8 +314,8 @@ void VaskModelObj::DetectEmbeddedBeams() {
     if (material == nullptr) continue;
 
     const NodeOwner owner{"Area", area.Label};
-    double h = (RequiredNode(area.LabelNodes(3), owner).z -
-                RequiredNode(area.LabelNodes(1), owner).z) /
+    double h = (RequiredNode(area.LabelNodes(3), owner, area.NodeHint(3)).z -
+                RequiredNode(area.LabelNodes(1), owner, area.NodeHint(1)).z) /
                2.0;
     if (h < kSmall) h = kFloorValue;
     const double inertia = (1.0 / 12.0) * t * h * h * h;

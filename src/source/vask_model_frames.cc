@@ -142,8 +142,8 @@ void VaskModelObj::LinkFrameSections() {
 
 int VaskModelObj::FrameOrientationGet(const VaskFrameObj& frame) const {
   const NodeOwner owner{"Frame", frame.Label};
-  const VaskNodeObj& nodeI = RequiredNode(frame.LabelNodeI, owner);
-  const VaskNodeObj& nodeJ = RequiredNode(frame.LabelNodeJ, owner);
+  const VaskNodeObj& nodeI = RequiredNode(frame.LabelNodeI, owner, frame.NodeI);
+  const VaskNodeObj& nodeJ = RequiredNode(frame.LabelNodeJ, owner, frame.NodeJ);
   const double dx = nodeJ.x - nodeI.x;
   const double dy = nodeJ.y - nodeI.y;
   const double dz = nodeJ.z - nodeI.z;

@@ -349,7 +349,7 @@ void VaskModelObj::SpreadLoadAreas() {
       std::array<double, 4> y{};
       std::array<double, 4> z{};
       for (int j = 1; j <= 4; ++j) {
-        const VaskNodeObj& node = RequiredNode(area.LabelNodes(j), owner);
+        const VaskNodeObj& node = RequiredNode(area.LabelNodes(j), owner, area.NodeHint(j));
         x[At(j - 1)] = node.x;
         y[At(j - 1)] = node.y;
         z[At(j - 1)] = node.z;

@@ -45,8 +45,8 @@ NodeOwner AreaOwner(const VaskAreaObj& area) { return {"Area", area.Label}; }
 
 // The node of a label that must be a node of the model.
 VaskNodeObj& NodeOf(const VaskModelObj& model, const std::string& label,
-                    const NodeOwner& owner) {
-  VaskNodeObj* node = model.NodeObjGet(label);
+                    const NodeOwner& owner, int hint = 0) {
+  VaskNodeObj* node = model.NodeObjNear(label, hint);
   if (node == nullptr) {
     throw TransferFailure(owner.Text() + ": node \"" + label + "\" is not a node of the model.");
   }
@@ -119,8 +119,8 @@ class MeasuredObjects {
       const VaskFrameObj& frame = *model_.FrameObj(i);
       const NodeOwner owner = FrameOwner(frame);
       FrameEnds ends;
-      ends.nodeI = &NodeOf(model_, frame.LabelNodeI, owner);
-      ends.nodeJ = &NodeOf(model_, frame.LabelNodeJ, owner);
+      ends.nodeI = &NodeOf(model_, frame.LabelNodeI, owner, frame.NodeI);
+      ends.nodeJ = &NodeOf(model_, frame.LabelNodeJ, owner, frame.NodeJ);
       ends.length = FrameLengthBetween(*ends.nodeI, *ends.nodeJ, false);
       ends.planLength = FrameLengthBetween(*ends.nodeI, *ends.nodeJ, true);
       known = ends;
@@ -139,7 +139,8 @@ class MeasuredObjects {
       std::array<double, 4> y{};
       std::array<double, 4> z{};
       for (std::size_t j = 0; j < 4; ++j) {
-        VaskNodeObj& node = NodeOf(model_, area.LabelNodes(static_cast<int>(j) + 1), owner);
+        const int at = static_cast<int>(j) + 1;
+        VaskNodeObj& node = NodeOf(model_, area.LabelNodes(at), owner, area.NodeHint(at));
         corners.nodes[j] = &node;
         x[j] = node.x;
         y[j] = node.y;

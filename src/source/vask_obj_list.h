@@ -96,6 +96,19 @@ class VaskObjList {
     return Lookup(label, HashOf(label));
   }
 
+  // The same answer as Find, with a guess: when the object at `hint` carries the label and
+  // is the first to carry it, that is the answer, found without touching the table. A frame
+  // keeps the positions of its end nodes, and asks for them by label again and again.
+  int FindNear(std::string_view label, int hint) const {
+    if (hint >= 1 && hint <= Num() && !label.empty() && index_) {
+      CatchUp();
+      if (index_->IsFirst(hint) && items_[static_cast<std::size_t>(hint - 1)]->Label == label) {
+        return hint;
+      }
+    }
+    return Find(label);
+  }
+
   // The same answer by the literal search from position 1.
   int FindLinear(std::string_view label) const {
     for (int position = 1; position <= Num(); ++position) {
@@ -123,7 +136,18 @@ class VaskObjList {
     std::size_t used = 0;
     int indexed = 0;           // positions 1..indexed have been met
     std::vector<int> pending;  // ascending positions whose label was empty when met
+    std::vector<std::uint8_t> first;  // by position: 1 when Find answers it for its label
     bool stale = false;
+
+    bool IsFirst(int position) const {
+      const auto at = static_cast<std::size_t>(position);
+      return at < first.size() && first[at] != 0;
+    }
+    void SetFirst(int position, bool value) {
+      const auto at = static_cast<std::size_t>(position);
+      if (at >= first.size()) first.resize(at + 1, 0);
+      first[at] = value ? 1 : 0;
+    }
   };
 
   static std::uint32_t HashOf(std::string_view label) {
@@ -181,10 +205,15 @@ class VaskObjList {
       if (slot.position == 0) {
         slot = IndexSlot{hash, position};
         ++index.used;
+        index.SetFirst(position, true);
         return;
       }
       if (slot.hash == hash && items_[static_cast<std::size_t>(slot.position - 1)]->Label == label) {
-        if (position < slot.position) slot.position = position;
+        if (position < slot.position) {
+          index.SetFirst(slot.position, false);
+          index.SetFirst(position, true);
+          slot.position = position;
+        }
         return;
       }
     }
@@ -202,6 +231,7 @@ class VaskObjList {
       index.slots.clear();
       index.used = 0;
       index.pending.clear();
+      index.first.clear();
       index.indexed = 0;
       index.stale = false;
     }
