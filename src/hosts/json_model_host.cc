@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 #include <optional>
+#include <stdexcept>
 #include <utility>
 
 #include "store/units.h"
@@ -213,9 +214,39 @@ JsonModelHost::JsonModelHost(model_file::Model model)
   BuildConnectivity();
 }
 
+void JsonModelHost::RequireObjects() const {
+  if (objectsReleased_) {
+    throw std::logic_error(
+        "the model file's points, frames and areas were asked for after the source model "
+        "was read and they were released");
+  }
+}
+
+template <class Item>
+void JsonModelHost::RequireObjectsFor(const std::vector<Item>& items) const {
+  const void* list = &items;
+  if (list == &model_.points || list == &model_.frames || list == &model_.areas) {
+    RequireObjects();
+  }
+}
+
+void JsonModelHost::SourceModelRead() {
+  objectsReleased_ = true;
+  // Swapped with empty ones, so that the memory itself goes back.
+  std::vector<model_file::Point>().swap(model_.points);
+  std::vector<model_file::Frame>().swap(model_.frames);
+  std::vector<model_file::Area>().swap(model_.areas);
+  pointIndex_ = NameIndex();
+  frameIndex_ = NameIndex();
+  areaIndex_ = NameIndex();
+  std::vector<std::size_t>().swap(connectionStart_);
+  std::vector<Connection>().swap(connections_);
+}
+
 template <class Item>
 const Item* JsonModelHost::Find(const std::vector<Item>& items, const NameIndex& index,
                                 const std::string& name) const {
+  RequireObjectsFor(items);
   // The transfer asks for the objects of a list mostly one after the other in the list's
   // order, and for one object several times in a row: the last answer and the entry after
   // it are tried before the table, whose slots lie scattered over memory. Either is taken
@@ -239,6 +270,7 @@ template <class Item>
 bool JsonModelHost::Select(const std::string& name, ItemType itemType, int objectType,
                            const std::vector<Item>& items, const NameIndex& index,
                            std::vector<const Item*>& selected) const {
+  RequireObjectsFor(items);
   selected.clear();
   switch (itemType) {
     case ItemType::Object: {
@@ -310,9 +342,13 @@ void JsonModelHost::BuildConnectivity() {
 
 int JsonModelHost::GetPresentUnits() { return model_.units; }
 
-int JsonModelHost::GetPointCount() { return static_cast<int>(model_.points.size()); }
+int JsonModelHost::GetPointCount() {
+  RequireObjects();
+  return static_cast<int>(model_.points.size());
+}
 
 int JsonModelHost::GetPointNameList(int& count, Names& names) {
+  RequireObjects();
   return ListNames(model_.points, count, names);
 }
 
@@ -354,6 +390,7 @@ int JsonModelHost::GetPointConstraints(const std::string& name, ItemType itemTyp
 
 int JsonModelHost::GetPointConnectivity(const std::string& name, int& count, Ints& objectTypes,
                                         Names& objectNames, Ints& pointNumbers) {
+  RequireObjects();
   const std::size_t point = pointIndex_.Find(name);
   if (point == NameIndex::kAbsent) return Failed(count, objectTypes, objectNames, pointNumbers);
   objectTypes.clear();
@@ -665,6 +702,7 @@ int JsonModelHost::GetShellLayers(const std::string& name, int& count, Names& la
 // ---- Frames ----
 
 int JsonModelHost::GetFrameNameList(int& count, Names& names) {
+  RequireObjects();
   return ListNames(model_.frames, count, names);
 }
 
@@ -727,6 +765,7 @@ int JsonModelHost::GetFrameHinges(const std::string& name, int& count, Ints& a1,
 // ---- Areas ----
 
 int JsonModelHost::GetAreaNameList(int& count, Names& names) {
+  RequireObjects();
   return ListNames(model_.areas, count, names);
 }
 

@@ -41,6 +41,10 @@ class JsonModelHost final : public HostModel {
   int GetPointConnectivity(const std::string& name, int& count, Ints& objectTypes,
                            Names& objectNames, Ints& pointNumbers) override;
 
+  // Releases the points, frames and areas with their indexes and connectivity, most of the
+  // memory of a large model; a later question about them is a logic error and throws.
+  void SourceModelRead() override;
+
   // ---- Constraints ----
   int GetConstraintNameList(int& count, Names& names) override;
   int GetConstraintType(const std::string& name, int& type) override;
@@ -233,6 +237,10 @@ class JsonModelHost final : public HostModel {
               const std::vector<Item>& items, const NameIndex& index,
               std::vector<const Item*>& selected) const;
   double FrameLength(const model_file::Frame& frame) const;
+  // Throws when the points, frames and areas have been released (SourceModelRead).
+  void RequireObjects() const;
+  template <class Item>
+  void RequireObjectsFor(const std::vector<Item>& items) const;
   void BuildConnectivity();
 
   model_file::Model model_;
@@ -242,6 +250,7 @@ class JsonModelHost final : public HostModel {
   // connectionStart_[p + 1]), frames first, each kind in file order.
   std::vector<std::size_t> connectionStart_;
   std::vector<Connection> connections_;
+  bool objectsReleased_ = false;
 };
 
 }  // namespace vtt

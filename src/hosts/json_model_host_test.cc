@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <memory>
+#include <stdexcept>
 #include <string>
 
 namespace vtt {
@@ -1186,6 +1187,42 @@ TEST_F(JsonModelHostTest, GroupsAsTheFileHoldsThem) {
   EXPECT_EQ(host->GetGroupAssignments("ALL", count, types, objects), 1);
   EXPECT_EQ(count, 0);
   EXPECT_TRUE(objects.empty());
+}
+
+// ---- After the source model is read ----
+
+TEST_F(JsonModelHostTest, AfterTheSourceModelIsReadGroupsAndCasesStillAnswer) {
+  host->SourceModelRead();
+  int count = 0;
+  Names names;
+  EXPECT_EQ(host->GetGroupNames(count, names), 0);
+  EXPECT_EQ(names, N({"G1", "EMPTY", "G1"}));
+  Ints types;
+  Names objects;
+  EXPECT_EQ(host->GetGroupAssignments("G1", count, types, objects), 0);
+  EXPECT_EQ(objects, N({"2", "B1", "1", "F1", "NOWHERE", "C2"}));
+  EXPECT_EQ(host->GetCaseNames(count, names), 0);
+  EXPECT_EQ(names, N({"DEAD", "PUSH", "TH1", "TH2", "DEAD"}));
+}
+
+TEST_F(JsonModelHostTest, AfterTheSourceModelIsReadPointsFramesAndAreasAreGone) {
+  host->SourceModelRead();
+  int count = 0;
+  Names names;
+  double x = 0.0, y = 0.0, z = 0.0;
+  EXPECT_THROW(host->GetPointCount(), std::logic_error);
+  EXPECT_THROW(host->GetPointNameList(count, names), std::logic_error);
+  EXPECT_THROW(host->GetPointCoordinates("1", x, y, z, "Global"), std::logic_error);
+  EXPECT_THROW(host->GetFrameNameList(count, names), std::logic_error);
+  std::string section, autoSelect;
+  EXPECT_THROW(host->GetFrameSection("B1", section, autoSelect), std::logic_error);
+  EXPECT_THROW(host->GetAreaNameList(count, names), std::logic_error);
+  EXPECT_THROW(host->GetAreaSection("F1", section), std::logic_error);
+  Ints objectTypes, pointNumbers;
+  EXPECT_THROW(host->GetPointConnectivity("1", count, objectTypes, names, pointNumbers),
+               std::logic_error);
+  double mass = 0.0;
+  EXPECT_THROW(host->GetFrameMass("B1", mass), std::logic_error);
 }
 
 // ---- Load cases ----

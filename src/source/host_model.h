@@ -63,6 +63,11 @@ class HostModel {
  public:
   virtual ~HostModel() = default;
 
+  // Told once the source model has been read: the transfer asks nothing more of points,
+  // frames, areas, their loads and their mass, so a host that holds them may let them go.
+  // The later steps ask only for groups and load cases. Does nothing by default.
+  virtual void SourceModelRead() {}
+
   // ---- Units and points ----
   // The present unit code, 1 to 16 (not a status).
   virtual int GetPresentUnits() = 0;

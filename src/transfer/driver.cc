@@ -40,6 +40,7 @@ void ReadSourceModel(TransferRun& run) {
   run.model->SetPresentUnits(run.store.Units);
   run.model->SetDropObserver(run.progress.on_drop);
   run.model->ReadVaskData(run.progress.on_read_stage);
+  run.host.SourceModelRead();
   // Every record file is written during the reading; the writer must not outlive `run`.
   run.model->SetRecordFileWriter(nullptr);
 }
