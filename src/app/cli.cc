@@ -28,6 +28,36 @@
 namespace vtt {
 namespace {
 
+bool leave_to_process_end = false;
+
+// Destroys the object now, or with SetLeaveToProcessEnd on, keeps it reachable until the
+// process ends and frees all its memory at once.
+template <class T>
+void Leave(std::unique_ptr<T> object) {
+  if (!leave_to_process_end || !object) return;
+  static auto* const kept = new std::vector<void*>();
+  kept->push_back(object.release());
+}
+
+// Hands the host and the store of a transfer to Leave when the transfer command ends,
+// whichever way it ends.
+template <class Host, class Store>
+class LeftAtTheEnd {
+ public:
+  LeftAtTheEnd(std::unique_ptr<Host>& host, std::unique_ptr<Store>& store)
+      : host_(host), store_(store) {}
+  LeftAtTheEnd(const LeftAtTheEnd&) = delete;
+  LeftAtTheEnd& operator=(const LeftAtTheEnd&) = delete;
+  ~LeftAtTheEnd() {
+    Leave(std::move(store_));
+    Leave(std::move(host_));
+  }
+
+ private:
+  std::unique_ptr<Host>& host_;
+  std::unique_ptr<Store>& store_;
+};
+
 // A message box becomes one block on standard error: the title, then the text. A progress
 // bar on the same terminal is cleared first, so the message starts on a line of its own.
 class StreamMessages final : public UserMessages {
@@ -169,7 +199,9 @@ int RunTransferCommand(const TransferOptions& options, std::ostream& out, std::o
     progress.on_drop = [&report](const DropNote& note) { report.Note(note); };
   }
 
-  TrelkStore store;
+  auto owned_store = std::make_unique<TrelkStore>();
+  TrelkStore& store = *owned_store;
+  const LeftAtTheEnd left(host, owned_store);
   TransformOutcome outcome = TransformOutcome::NoModel;
   try {
     outcome = Transform(host.get(), store, messages, structure_dir, options.name, trelk_path,
@@ -205,6 +237,8 @@ int RunTransferCommand(const TransferOptions& options, std::ostream& out, std::o
 }
 
 }  // namespace
+
+void SetLeaveToProcessEnd(bool enabled) { leave_to_process_end = enabled; }
 
 int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& err) {
   return RunCli(argc, argv, out, err, &err == &std::cerr && StderrIsTerminal());

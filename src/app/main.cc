@@ -2,4 +2,7 @@
 
 #include "app/cli.h"
 
-int main(int argc, char** argv) { return vtt::RunCli(argc, argv, std::cout, std::cerr); }
+int main(int argc, char** argv) {
+  vtt::SetLeaveToProcessEnd(true);
+  return vtt::RunCli(argc, argv, std::cout, std::cerr);
+}
