@@ -18,6 +18,7 @@
 #include "app/transfer_report.h"
 #include "app/terminal.h"
 #include "hosts/json_model_host.h"
+#include "source/process_end.h"
 #include "store/text_encoding.h"
 #include "store/trelk_store.h"
 #include "transfer/driver.h"
@@ -28,19 +29,8 @@
 namespace vtt {
 namespace {
 
-bool leave_to_process_end = false;
-
-// Destroys the object now, or with SetLeaveToProcessEnd on, keeps it reachable until the
-// process ends and frees all its memory at once.
-template <class T>
-void Leave(std::unique_ptr<T> object) {
-  if (!leave_to_process_end || !object) return;
-  static auto* const kept = new std::vector<void*>();
-  kept->push_back(object.release());
-}
-
-// Hands the host and the store of a transfer to Leave when the transfer command ends,
-// whichever way it ends.
+// Hands the host and the store of a transfer to the end of the process when the transfer
+// command ends, whichever way it ends (see process_end.h).
 template <class Host, class Store>
 class LeftAtTheEnd {
  public:
@@ -49,8 +39,8 @@ class LeftAtTheEnd {
   LeftAtTheEnd(const LeftAtTheEnd&) = delete;
   LeftAtTheEnd& operator=(const LeftAtTheEnd&) = delete;
   ~LeftAtTheEnd() {
-    Leave(std::move(store_));
-    Leave(std::move(host_));
+    LeaveToProcessEnd(store_);
+    LeaveToProcessEnd(host_);
   }
 
  private:
@@ -237,8 +227,6 @@ int RunTransferCommand(const TransferOptions& options, std::ostream& out, std::o
 }
 
 }  // namespace
-
-void SetLeaveToProcessEnd(bool enabled) { leave_to_process_end = enabled; }
 
 int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& err) {
   return RunCli(argc, argv, out, err, &err == &std::cerr && StderrIsTerminal());

@@ -3,6 +3,8 @@
 
 #include <ostream>
 
+#include "source/process_end.h"  // SetLeaveToProcessEnd, which main() turns on
+
 namespace vtt {
 
 // Exit statuses, one for each way a run can end.
@@ -24,12 +26,6 @@ inline constexpr int kCheckFailed = 9;
 // Progress is drawn on `err` only when `err_is_terminal` says that a person watches it.
 int RunCli(int argc, const char* const* argv, std::ostream& out, std::ostream& err,
            bool err_is_terminal);
-
-// A transfer's host model and store hold most of the memory of a large model, in millions
-// of small objects; freeing them one by one takes seconds that the end of the process
-// does at once. With this on, a transfer leaves them to the end of the process instead.
-// The program's main() turns it on; callers that go on after RunCli (tests) leave it off.
-void SetLeaveToProcessEnd(bool enabled);
 
 // The same, with `err` taken as a terminal when it is the standard error stream of the
 // process and that stream is an interactive terminal.

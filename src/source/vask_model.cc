@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "source/process_end.h"
 #include "transfer/failure.h"
 
 namespace vtt {
@@ -132,20 +133,26 @@ VaskTHFuncObj* VaskModelObj::AddTHFuncObj() { return thFuncs_.Add(); }
 void VaskModelObj::Dispose() {
   nodeTop_ = nullptr;
   nodeBot_ = nullptr;
-  nodes_.Clear();
-  coincidentNodes_.Clear();
-  frames_.Clear();
-  areas_.Clear();
-  materials_.Clear();
-  frameSections_.Clear();
-  embedFrameSections_.Clear();
-  areaSections_.Clear();
-  constraints_.Clear();
-  frameReleases_.Clear();
-  loadPatterns_.Clear();
-  loadNodes_.Clear();
-  loadAreas_.Clear();
-  thFuncs_.Clear();
+  // At the end of the program the objects go with the process (process_end.h); the
+  // model is empty either way.
+  const auto release = [](auto& list) {
+    LeaveToProcessEnd(list);
+    list.Clear();
+  };
+  release(nodes_);
+  release(coincidentNodes_);
+  release(frames_);
+  release(areas_);
+  release(materials_);
+  release(frameSections_);
+  release(embedFrameSections_);
+  release(areaSections_);
+  release(constraints_);
+  release(frameReleases_);
+  release(loadPatterns_);
+  release(loadNodes_);
+  release(loadAreas_);
+  release(thFuncs_);
   MassSrcLoadPattern.Clear();
   MassSrcSF.Clear();
   MassSrcLoadNum = 0;
