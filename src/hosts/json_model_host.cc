@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "source/literal_look_ups.h"
 #include "store/units.h"
 
 namespace vtt {
@@ -247,6 +248,12 @@ template <class Item>
 const Item* JsonModelHost::Find(const std::vector<Item>& items, const NameIndex& index,
                                 const std::string& name) const {
   RequireObjectsFor(items);
+  if (LiteralLookUps()) {
+    for (const Item& item : items) {
+      if (item.name == name) return &item;
+    }
+    return nullptr;
+  }
   // The transfer asks for the objects of a list mostly one after the other in the list's
   // order, and for one object several times in a row: the last answer and the entry after
   // it are tried before the table, whose slots lie scattered over memory. Either is taken

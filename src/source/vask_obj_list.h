@@ -33,6 +33,7 @@
 #include <utility>
 #include <vector>
 
+#include "source/literal_look_ups.h"
 #include "source/vask_one_based.h"
 
 namespace vtt {
@@ -89,6 +90,7 @@ class VaskObjList {
 
   // Position of the first object with exactly this label, or 0.
   int Find(std::string_view label) const {
+    if (LiteralLookUps()) return FindLinear(label);
     if (items_.empty()) return 0;
     if (!index_) index_ = std::make_unique<Index>();
     CatchUp();
@@ -100,7 +102,7 @@ class VaskObjList {
   // is the first to carry it, that is the answer, found without touching the table. A frame
   // keeps the positions of its end nodes, and asks for them by label again and again.
   int FindNear(std::string_view label, int hint) const {
-    if (hint >= 1 && hint <= Num() && !label.empty() && index_) {
+    if (hint >= 1 && hint <= Num() && !label.empty() && index_ && !LiteralLookUps()) {
       CatchUp();
       if (index_->IsFirst(hint) && items_[static_cast<std::size_t>(hint - 1)]->Label == label) {
         return hint;
