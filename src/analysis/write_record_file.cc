@@ -15,6 +15,7 @@
 #include "store/binary_writer.h"
 #include "store/record.h"
 #include "store/record_file_records.h"
+#include "store/text_encoding.h"
 #include "transfer/failure.h"
 #include "transfer/messages.h"
 #include "transfer/system_services.h"
@@ -112,6 +113,19 @@ std::optional<std::string> RecordFileNameProblem(std::string_view name) {
   if (IsDeviceName(name.substr(0, name.find('.')))) {
     return "its name is a device name of Windows (CON, PRN, AUX, NUL, COM1 to COM9, LPT1 "
            "to LPT9)";
+  }
+  for (const char c : name) {
+    if (static_cast<unsigned char>(c) < 0x20) return "its name holds a control character";
+    if (std::string_view("<>\"|?*").find(c) != std::string_view::npos) {
+      return "its name holds one of < > \" | ? *, which no file name may hold";
+    }
+  }
+  // A dynamic case names its record by the function's name in the code page of the text
+  // fields, where a character the code page lacks is a "?": the record file of such a
+  // name could never be found by that text.
+  if (ToWindows1252(name).find('?') != std::string::npos) {
+    return "its name holds a character outside the Windows-1252 code page, which the "
+           "structure cannot name";
   }
   return std::nullopt;
 }

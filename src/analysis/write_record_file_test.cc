@@ -282,6 +282,19 @@ TEST(RecordFileNames, ReasonsNameTheProblem) {
   EXPECT_EQ(RecordFileNameProblem("lpt3.txt"),
             "its name is a device name of Windows (CON, PRN, AUX, NUL, COM1 to COM9, LPT1 to "
             "LPT9)");
+  EXPECT_EQ(RecordFileNameProblem("EQ\tX"), "its name holds a control character");
+  for (const char* name : {"a<b", "a>b", "say \"x\"", "a|b", "why?", "*"}) {
+    EXPECT_EQ(RecordFileNameProblem(name),
+              "its name holds one of < > \" | ? *, which no file name may hold")
+        << name;
+  }
+  // The case would name this record "EQ-?" (the code page has no omega).
+  EXPECT_EQ(RecordFileNameProblem("EQ-\u03A9"),
+            "its name holds a character outside the Windows-1252 code page, which the "
+            "structure cannot name");
+  EXPECT_EQ(RecordFileNameProblem("\xF0\x9F\x8C\x8D"),
+            "its name holds a character outside the Windows-1252 code page, which the "
+            "structure cannot name");
 }
 
 TEST(RecordFileNames, OrdinaryNamesAndNearDevicesPass) {
