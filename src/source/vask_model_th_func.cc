@@ -13,6 +13,7 @@
 
 #include "source/function_file.h"
 #include "source/vask_model.h"
+#include "store/record_file_records.h"
 #include "transfer/failure.h"
 
 namespace vtt {
@@ -74,6 +75,23 @@ class FunctionPoints {
   int count_ = 0;
   bool zeroBased_ = false;
 };
+
+// Generated functions have as many points as their cycles ask for; a count past this would
+// only fill memory (a few hundred bytes of model can ask for billions), and no record file
+// could hold even a small part of it, so the run stops here with the words the record
+// file would give. Counts between what a record file holds and this stop there as before.
+constexpr long long kMostGeneratedPoints = 10'000'000;
+
+void CheckGeneratedCount(const std::string& name, long long cycles, long long perCycle) {
+  if (cycles <= 0 || perCycle <= 0) return;
+  const long long points = 1 + cycles * perCycle;
+  if (points > kMostGeneratedPoints) {
+    throw TransferFailure(fmt::format(
+        "Time-history function \"{}\": its {} points do not fit a record file, which holds "
+        "at most {} points.",
+        name, points, record_file_rec::kMaxSourcePoints));
+  }
+}
 
 // A sine starts at 0, a cosine at its amplitude; then `stepsPerCycle` points in each cycle.
 void AddWave(FunctionPoints& points, bool cosine, double period, int stepsPerCycle, int cycles,
@@ -188,6 +206,7 @@ void VaskModelObj::ReadVaskTHFunc() {
         status = kind == kSine
                      ? host_.GetFunctionSine(name, period, stepsPerCycle, cycles, amplitude)
                      : host_.GetFunctionCosine(name, period, stepsPerCycle, cycles, amplitude);
+        CheckGeneratedCount(name, cycles, stepsPerCycle);
         AddWave(points, kind == kCosine, period, stepsPerCycle, cycles, amplitude);
         break;
       }
@@ -205,6 +224,7 @@ void VaskModelObj::ReadVaskTHFunc() {
         double amplitude = 0.0;
         int cycles = 0;
         status = host_.GetFunctionSawtooth(name, period, rampTime, cycles, amplitude);
+        CheckGeneratedCount(name, cycles, 6);
         AddSawtooth(points, period, rampTime, cycles, amplitude);
         break;
       }
@@ -213,6 +233,7 @@ void VaskModelObj::ReadVaskTHFunc() {
         double amplitude = 0.0;
         int cycles = 0;
         status = host_.GetFunctionTriangular(name, period, cycles, amplitude);
+        CheckGeneratedCount(name, cycles, 4);
         AddTriangular(points, period, cycles, amplitude);
         break;
       }

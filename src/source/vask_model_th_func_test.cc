@@ -16,6 +16,7 @@
 #include "source/vask_model.h"
 #include "store/binary_writer.h"
 #include "support/expected_bytes.h"
+#include "transfer/failure.h"
 #include "transfer/messages.h"
 
 namespace vtt {
@@ -361,6 +362,44 @@ TEST(ReadVaskTHFunc, TriangularQuarterPoints) {
                                    {3, 0},
                                    {3.5, -1.5},
                                    {4, 0}}));
+}
+
+// A few bytes of model can ask for billions of generated points: past ten million the run
+// stops before any is made, with the words the record file would give.
+TEST(ReadVaskTHFunc, GeneratedFunctionsPastTenMillionPointsStopTheRun) {
+  const auto message = [](HostFunction f) {
+    FunctionHost host;
+    host.Add("BIG", f);
+    try {
+      Stage stage(host);
+    } catch (const TransferFailure& failure) {
+      return std::string(failure.what());
+    }
+    return std::string("no failure");
+  };
+  EXPECT_EQ(message(Sine(2, 1.0, 10, 1'000'000, 1.0)),
+            "Time-history function \"BIG\": its 10000001 points do not fit a record file, "
+            "which holds at most 32766 points.");
+  EXPECT_EQ(message(Sine(3, 1.0, 1'000'000, 2'000'000'000, 1.0)),
+            "Time-history function \"BIG\": its 2000000000000001 points do not fit a record "
+            "file, which holds at most 32766 points.");
+  HostFunction tri;
+  tri.kind = 6;
+  tri.period = 1.0;
+  tri.cycles = 2'500'000;
+  tri.amplitude = 1.0;
+  EXPECT_EQ(message(tri),
+            "Time-history function \"BIG\": its 10000001 points do not fit a record file, "
+            "which holds at most 32766 points.");
+  HostFunction saw;
+  saw.kind = 5;
+  saw.period = 1.0;
+  saw.rampTime = 0.1;
+  saw.cycles = 2'000'000'000;
+  saw.amplitude = 1.0;
+  EXPECT_EQ(message(saw),
+            "Time-history function \"BIG\": its 12000000001 points do not fit a record file, "
+            "which holds at most 32766 points.");
 }
 
 TEST(ReadVaskTHFunc, UserAndPeriodicPointsComeZeroBased) {
