@@ -73,12 +73,23 @@ double Distance(const Corner& a, const Corner& b) {
   return std::sqrt(dx * dx + dy * dy + dz * dz);
 }
 
-// Whether any object the host connects to the point is a frame.
-bool FrameJoinsPoint(HostModel& host, const std::string& label) {
-  int count = 0;
+// The lists of the host's answer about what is connected to a point: one set serves every
+// corner of every area, emptied before each question as fresh lists would be.
+struct ConnectivityLists {
   Ints objectTypes;
   Names objectNames;
   Ints pointNumbers;
+};
+
+// Whether any object the host connects to the point is a frame.
+bool FrameJoinsPoint(HostModel& host, const std::string& label, ConnectivityLists& lists) {
+  int count = 0;
+  Ints& objectTypes = lists.objectTypes;
+  Names& objectNames = lists.objectNames;
+  Ints& pointNumbers = lists.pointNumbers;
+  objectTypes.clear();
+  objectNames.clear();
+  pointNumbers.clear();
   host.GetPointConnectivity(label, count, objectTypes, objectNames, pointNumbers);
   const auto num = static_cast<std::ptrdiff_t>(
       std::min(static_cast<std::size_t>(std::max(count, 0)), objectTypes.size()));
@@ -272,12 +283,13 @@ void VaskModelObj::ClassifyAreas() {
 
 void VaskModelObj::DetectEmbeddedBeams() {
   // Pass 1: every area, whether it gets a section or not, learns where frames join it.
+  ConnectivityLists connectivity;
   for (int i = 1; i <= AreaNum(); ++i) {
     VaskAreaObj& area = *AreaObj(i);
     const NodeOwner owner{"Area", area.Label};
     for (int j = 1; j <= 4; ++j) {
       const VaskNodeObj& node = RequiredNode(area.LabelNodes(j), owner, area.NodeHint(j));
-      area.IsEmbed(j) = FrameJoinsPoint(host_, node.Label);
+      area.IsEmbed(j) = FrameJoinsPoint(host_, node.Label, connectivity);
     }
   }
 

@@ -11,6 +11,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <initializer_list>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -93,13 +94,10 @@ VaskLoadFramePointObj& LoadFramePointFor(VaskFrameObj& frame, const std::string&
   return load;
 }
 
-// The distributed loads of one frame, sorted per pattern afterwards with the length unit
-// that `unitLength` gives. A piece shorter than 1e-6 is a point load of its start value at
-// its start.
-template <class UnitLength>
-void ReadLoadFrameDistributed(HostModel& host, VaskFrameObj& frame, UnitLength& unitLength,
-                              const VaskModelObj& model) {
-  int count = 0;
+// The lists of the host's answer about the loads of one frame. One set serves every frame
+// of a stage and is emptied before each question, which leaves it as fresh lists would be:
+// a million frames then do not cost a million sets of allocations.
+struct FrameLoadLists {
   Names frameNames;
   Names patterns;
   Ints myTypes;
@@ -111,6 +109,33 @@ void ReadLoadFrameDistributed(HostModel& host, VaskFrameObj& frame, UnitLength& 
   Reals dist2;
   Reals val1;
   Reals val2;
+
+  void Clear() {
+    for (Names* names : {&frameNames, &patterns, &csys}) names->clear();
+    for (Ints* ints : {&myTypes, &dirs}) ints->clear();
+    for (Reals* reals : {&rd1, &rd2, &dist1, &dist2, &val1, &val2}) reals->clear();
+  }
+};
+
+// The distributed loads of one frame, sorted per pattern afterwards with the length unit
+// that `unitLength` gives. A piece shorter than 1e-6 is a point load of its start value at
+// its start.
+template <class UnitLength>
+void ReadLoadFrameDistributed(HostModel& host, VaskFrameObj& frame, UnitLength& unitLength,
+                              const VaskModelObj& model, FrameLoadLists& lists) {
+  lists.Clear();
+  int count = 0;
+  Names& frameNames = lists.frameNames;
+  Names& patterns = lists.patterns;
+  Ints& myTypes = lists.myTypes;
+  Names& csys = lists.csys;
+  Ints& dirs = lists.dirs;
+  Reals& rd1 = lists.rd1;
+  Reals& rd2 = lists.rd2;
+  Reals& dist1 = lists.dist1;
+  Reals& dist2 = lists.dist2;
+  Reals& val1 = lists.val1;
+  Reals& val2 = lists.val2;
   host.GetFrameDistributedLoads(frame.Label, ItemType::Object, count, frameNames, patterns, myTypes,
                                 csys, dirs, rd1, rd2, dist1, dist2, val1, val2);
   const int num = ItemsOf(count, frameNames, patterns, myTypes, csys, dirs, rd1, rd2, val1, val2);
@@ -148,16 +173,18 @@ void ReadLoadFrameDistributed(HostModel& host, VaskFrameObj& frame, UnitLength& 
 
 // The point loads of one frame, joined to those that stage 11 found; every point object of
 // the frame is sorted afterwards.
-void ReadLoadFramePoint(HostModel& host, VaskFrameObj& frame, const VaskModelObj& model) {
+void ReadLoadFramePoint(HostModel& host, VaskFrameObj& frame, const VaskModelObj& model,
+                        FrameLoadLists& lists) {
+  lists.Clear();
   int count = 0;
-  Names frameNames;
-  Names patterns;
-  Ints myTypes;
-  Names csys;
-  Ints dirs;
-  Reals relDist;
-  Reals dist;
-  Reals val;
+  Names& frameNames = lists.frameNames;
+  Names& patterns = lists.patterns;
+  Ints& myTypes = lists.myTypes;
+  Names& csys = lists.csys;
+  Ints& dirs = lists.dirs;
+  Reals& relDist = lists.rd1;
+  Reals& dist = lists.dist1;
+  Reals& val = lists.val1;
   host.GetFramePointLoads(frame.Label, ItemType::Object, count, frameNames, patterns, myTypes,
                           csys, dirs, relDist, dist, val);
   const int num = ItemsOf(count, frameNames, patterns, myTypes, csys, dirs, relDist, val);
@@ -258,13 +285,15 @@ void VaskModelObj::ReadLoadNodes() {
 void VaskModelObj::ReadFramesLoadDistributed() {
   // The sorting works in the length unit of the structure.
   const auto unitLength = [this] { return PresentUnits().UnitLength; };
+  FrameLoadLists lists;
   for (int i = 1; i <= FrameNum(); ++i) {
-    ReadLoadFrameDistributed(host_, *FrameObj(i), unitLength, *this);
+    ReadLoadFrameDistributed(host_, *FrameObj(i), unitLength, *this, lists);
   }
 }
 
 void VaskModelObj::ReadFramesLoadPoint() {
-  for (int i = 1; i <= FrameNum(); ++i) ReadLoadFramePoint(host_, *FrameObj(i), *this);
+  FrameLoadLists lists;
+  for (int i = 1; i <= FrameNum(); ++i) ReadLoadFramePoint(host_, *FrameObj(i), *this, lists);
 }
 
 void VaskModelObj::CheckLoadFramePoint() {
