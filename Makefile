@@ -29,9 +29,14 @@ demo: build
 	$(BUILD)/vask2trelk transfer $(EXAMPLE) --dir out --name $(DEMO_NAME) --trelk-path out/TRELK
 	@ls -l out/$(DEMO_NAME) out/TRELK/Records/EqkeGroup
 
+# Under the sanitizers the unit tests run in one process a processor (a sanitized process
+# is slow to start, and ctest would start one a test); the other tests through ctest.
+SANITIZER_ENV = ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1
+
 test: build build-asan
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
-	cd $(ASAN_BUILD) && ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 ctest --output-on-failure -j $(JOBS)
+	cd $(ASAN_BUILD) && $(SANITIZER_ENV) $(CURDIR)/scripts/run-test-shards.sh ./vask2trelk_tests $(JOBS)
+	cd $(ASAN_BUILD) && $(SANITIZER_ENV) ctest --output-on-failure -j $(JOBS) -LE unit
 
 # Each fuzz target for FUZZ_SECONDS (clang, libFuzzer, ASan and UBSan), one after the other,
 # its corpus in $(FUZZ_BUILD)/corpus/<target> seeded from the example and test models and

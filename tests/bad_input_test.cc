@@ -219,6 +219,30 @@ TEST(BadInputAccepted, AByteOrderMarkIsPassedOver) {
 
 // ---- A count past what an i16 holds ----
 
+// A model of `sections` steel frame sections, all of one material, and one point; with
+// `function`, also a time-history function whose record file is written while the model is
+// read.
+std::string ManySteelSections(int sections, bool function) {
+  std::string json =
+      R"({"format": "vask-model", "version": 1, "units": 6,
+ "materials": [{"name": "S355", "type": 1,
+   "isotropic": {"E": 210000000, "U": 0.3, "A": 1.2e-5, "G": 80769230},
+   "steel": {"Fy": 355000, "Fu": 510000, "eFy": 390000, "eFu": 560000}}],
+ "points": [{"name": "A", "x": 0, "y": 0, "z": 0}],)";
+  if (function) {
+    json += R"(
+ "functions": [{"name": "EQ", "kind": 1, "points": [[0, 0], [0.01, 0.5], [0.02, -0.25]]}],)";
+  }
+  json += R"(
+ "frame_sections": [)";
+  for (int i = 1; i <= sections; ++i) {
+    json += fmt::format(R"({}{{"name": "S{}", "type": 1, "material": "S355"}})",
+                        i == 1 ? "" : ",", i);
+  }
+  json += "]}";
+  return json;
+}
+
 // Steel frame sections are the cheapest list to overflow: every one becomes a beam section
 // whether a frame uses it or not. The capacity grows to the count plus 10 whenever the
 // count passes it (1, 12, 23, ..., 1 + 11 k) and is an i16 of the file too: the capacity
@@ -227,20 +251,7 @@ TEST(BadInputAccepted, AByteOrderMarkIsPassedOver) {
 // stays; the structure folder stays empty.
 TEST(BadInputRunTime, AnI16CountPastItsLimitStopsNamingTheListAndLeavesTheRecordFile) {
   CaseRun run("i16");
-  std::string json =
-      R"({"format": "vask-model", "version": 1, "units": 6,
- "materials": [{"name": "S355", "type": 1,
-   "isotropic": {"E": 210000000, "U": 0.3, "A": 1.2e-5, "G": 80769230},
-   "steel": {"Fy": 355000, "Fu": 510000, "eFy": 390000, "eFu": 560000}}],
- "points": [{"name": "A", "x": 0, "y": 0, "z": 0}],
- "functions": [{"name": "EQ", "kind": 1, "points": [[0, 0], [0.01, 0.5], [0.02, -0.25]]}],
- "frame_sections": [)";
-  for (int i = 1; i <= 32760; ++i) {
-    json += fmt::format(R"({}{{"name": "S{}", "type": 1, "material": "S355"}})",
-                        i == 1 ? "" : ",", i);
-  }
-  json += "]}";
-  std::ofstream(run.work / "many.json") << json;
+  std::ofstream(run.work / "many.json") << ManySteelSections(32760, true);
   const testing::ProgramResult r = run.Transfer("many.json");
   EXPECT_EQ(r.status, 7);
   EXPECT_EQ(r.err,
@@ -256,19 +267,7 @@ TEST(BadInputRunTime, AnI16CountPastItsLimitStopsNamingTheListAndLeavesTheRecord
 // compound frame components, which come four to a steel section.
 TEST(BadInputRunTime, TheBeamSectionListHoldsUpToItsLastCapacity) {
   CaseRun run("i16-edge");
-  std::string json =
-      R"({"format": "vask-model", "version": 1, "units": 6,
- "materials": [{"name": "S355", "type": 1,
-   "isotropic": {"E": 210000000, "U": 0.3, "A": 1.2e-5, "G": 80769230},
-   "steel": {"Fy": 355000, "Fu": 510000, "eFy": 390000, "eFu": 560000}}],
- "points": [{"name": "A", "x": 0, "y": 0, "z": 0}],
- "frame_sections": [)";
-  for (int i = 1; i <= 32759; ++i) {
-    json += fmt::format(R"({}{{"name": "S{}", "type": 1, "material": "S355"}})",
-                        i == 1 ? "" : ",", i);
-  }
-  json += "]}";
-  std::ofstream(run.work / "many.json") << json;
+  std::ofstream(run.work / "many.json") << ManySteelSections(32759, false);
   const testing::ProgramResult r = run.Transfer("many.json");
   EXPECT_EQ(r.status, 7);
   EXPECT_EQ(r.err,
