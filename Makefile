@@ -32,11 +32,14 @@ demo: build
 # Under the sanitizers the unit tests run in one process a processor (a sanitized process
 # is slow to start, and ctest would start one a test); the other tests through ctest.
 SANITIZER_ENV = ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1
+# Seconds of fuzzing for each fuzz target at the end of `make test`.
+FUZZ_BRIEFLY_SECONDS ?= 20
 
 test: build build-asan
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
 	cd $(ASAN_BUILD) && $(SANITIZER_ENV) $(CURDIR)/scripts/run-test-shards.sh ./vask2trelk_tests $(JOBS)
 	cd $(ASAN_BUILD) && $(SANITIZER_ENV) ctest --output-on-failure -j $(JOBS) -LE unit
+	$(SANITIZER_ENV) scripts/fuzz-briefly.sh $(ASAN_BUILD) $(FUZZ_BRIEFLY_SECONDS)
 
 # Each fuzz target for FUZZ_SECONDS (clang, libFuzzer, ASan and UBSan), one after the other,
 # its corpus in $(FUZZ_BUILD)/corpus/<target> seeded from the example and test models and

@@ -289,7 +289,10 @@ int ElemLoadSubGroupCatalogue::FindElemLoadSubGroup(std::int32_t q, std::int32_t
     const double v = values_[j];
     const double low = CellOf(v - kReach);
     const double high = CellOf(v + kReach);
-    if (high - low > 2.0) {
+    // Past 2^52 cells apart from 0, a step of one cell is lost in rounding: such values
+    // (finite, but far beyond any load) are searched for in their class instead.
+    constexpr double kExactCells = 4503599627370496.0;
+    if (high - low > 2.0 || std::fabs(low) >= kExactCells || std::fabs(high) >= kExactCells) {
       too_many = true;
       break;
     }

@@ -708,6 +708,29 @@ TEST_F(SubGroupAgreement, TheIndexFindsWhatTheLiteralWalkFindsOnRandomLoads) {
   }
 }
 
+// Values far beyond any load, but finite: their cells lie past where a step of one cell is
+// exact, and the search must still end with the literal walk's answer.
+TEST_F(SubGroupAgreement, HugeFiniteValuesGetTheLiteralWalksSubGroups) {
+  Pattern("A")->LoadElementNotEmpty = true;
+  Elements(1, 6);
+  const double huge = 1e300;
+  const double other = std::nextafter(huge, 2e300);  // more than 1e-6 away
+  for (int elem = 2; elem <= 6; ++elem) {
+    VaskFrameObj* frame = Frame(1, elem);
+    const double value = elem == 6 ? other : huge;
+    Dist(frame, "A", {{0.0, 1.0, value, -value}});
+    Point(frame, "A", {{0.5, 3e17}});
+  }
+  const ElemLoadSubGroupCatalogue literal =
+      CatalogueElemLoadSubGroups(model, store, SubGroupSearch::Literal);
+  const ElemLoadSubGroupCatalogue indexed =
+      CatalogueElemLoadSubGroups(model, store, SubGroupSearch::Indexed);
+  ExpectSameCatalogue(literal, indexed);
+  ASSERT_EQ(literal.Num(), 2);
+  EXPECT_EQ(literal(1).ElemCount, 4);
+  EXPECT_EQ(literal(2).ElemCount, 1);
+}
+
 TEST_F(SubGroupAgreement, EveryLookUpAgreesWhileTheCatalogueGrows) {
   std::mt19937 rng(77);
   const std::vector<double> pool = Pool(rng);
