@@ -101,6 +101,29 @@ const VaskLoadFrameDistObj* FirstDistOf(const VaskFrameObj& frame, const std::st
   return nullptr;
 }
 
+// Only the first distributed and the first point object of a pattern reach the structure;
+// a frame holds a second one when its loads of one pattern name coordinate systems whose
+// texts differ (" GLOBAL" and "GLOBAL"). Told to whoever listens for what is left out.
+void NoteLaterLoadSets(const VaskModelObj& model, const VaskFrameObj& frame,
+                       const std::string& pattern) {
+  int seen = 0;
+  for (int i = 1; i <= frame.LoadFrameDistributedNum(); ++i) {
+    const VaskLoadFrameDistObj& dist = *frame.LoadFrameDistributedObj(i);
+    if (dist.PatternLabel != pattern || ++seen == 1 || dist.ItemNum < 1) continue;
+    model.NoteDrop("frame distributed load", frame.Label + " (" + pattern + ")",
+                   "a second set of distributed loads in the pattern (coordinate system \"" +
+                       dist.CSys + "\"); only the first set is taken");
+  }
+  seen = 0;
+  for (int i = 1; i <= frame.LoadFramePointNum(); ++i) {
+    const VaskLoadFramePointObj& point = *frame.LoadFramePointObj(i);
+    if (point.PatternLabel != pattern || ++seen == 1 || point.ItemNum < 1) continue;
+    model.NoteDrop("frame point load", frame.Label + " (" + pattern + ")",
+                   "a second set of point loads in the pattern (coordinate system \"" +
+                       point.CSys + "\"); only the first set is taken");
+  }
+}
+
 const VaskLoadFramePointObj* FirstPointOf(const VaskFrameObj& frame, const std::string& pattern) {
   for (int i = 1; i <= frame.LoadFramePointNum(); ++i) {
     const VaskLoadFramePointObj* point = frame.LoadFramePointObj(i);
@@ -355,7 +378,11 @@ void FillTrelkLoadNode(VaskModelObj& model, TrelkStore& store) {
       for (int j = 1; j <= load.ItemNum; ++j) {
         if (load.LoadPattern(j) != pattern.Label) continue;
         const int id = model.NodeIdGet(load.Label);
-        if (id == -1) continue;
+        if (id == -1) {
+          model.NoteDrop("nodal load", load.Label + " (" + pattern.Label + ")",
+                         "its point is not a node of the model");
+          continue;
+        }
         RecordRef rec = store.LoadNodeValue.Element({k, id});
         rec.SetReal(load_node_value_rec::F1, load.F1(j));
         rec.SetReal(load_node_value_rec::F2, load.F2(j));
@@ -416,6 +443,7 @@ ElemLoadSubGroupCatalogue CatalogueElemLoadSubGroups(VaskModelObj& model,
       for (const VaskFrameObj* frame : frames_of[static_cast<std::size_t>(g)]) {
         const VaskLoadFrameDistObj* dist = FirstDistOf(*frame, pattern.Label);
         const VaskLoadFramePointObj* point = FirstPointOf(*frame, pattern.Label);
+        if (model.DropObserverIfAny() != nullptr) NoteLaterLoadSets(model, *frame, pattern.Label);
         const int nd = dist == nullptr ? 0 : dist->ItemNum;
         const int np = point == nullptr ? 0 : point->ItemNum;
         if (nd < 1 && np < 1) continue;

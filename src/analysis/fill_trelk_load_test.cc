@@ -16,6 +16,7 @@
 
 #include "analysis/fill_trelk_nodal_mass.h"
 #include "elements/fill_trelk_node.h"
+#include "source/drop_note.h"
 #include "source/fake_host_model_test_support.h"
 #include "source/vask_model.h"
 #include "store/load_records.h"
@@ -275,6 +276,21 @@ TEST_F(LoadFill, ALoadOnANodeTheModelDoesNotKnowIsSkipped) {
   EXPECT_EQ(store.LoadNodePatterns.Count(), 3);
   EXPECT_EQ(NodeValue(1, a->id), NodeValueBytes(0, 0, 0, 0, 0, 0, 0));
   EXPECT_EQ(NodeValue(1, 1), NodeValueBytes(0, 0, 0, 0, 0, 0, 0));
+}
+
+TEST_F(LoadFill, ALoadOnANodeTheModelDoesNotKnowIsToldToTheObserver) {
+  std::vector<DropNote> notes;
+  model.SetDropObserver([&notes](const DropNote& note) { notes.push_back(note); });
+  Pattern("DEAD")->LoadNodeNotEmpty = true;
+  Node("A");
+  NodeLoad("GONE", "DEAD", {3, 3, 3, 3, 3, 3});
+  NodeLoad("A", "DEAD", {1, 0, 0, 0, 0, 0});
+  FillNodesAndMass();
+  FillTrelkLoadNode(model, store);
+  ASSERT_EQ(notes.size(), 1u);
+  EXPECT_EQ(notes[0].kind, "nodal load");
+  EXPECT_EQ(notes[0].name, "GONE (DEAD)");
+  EXPECT_EQ(notes[0].reason, "its point is not a node of the model");
 }
 
 TEST_F(LoadFill, ALabelOfFortyCharactersAtPlaceTwoGivesThePrefixAndThree) {
@@ -706,6 +722,26 @@ TEST_F(SubGroupAgreement, TheIndexFindsWhatTheLiteralWalkFindsOnRandomLoads) {
     EXPECT_GT(shared, 0);
     EXPECT_GT(literal.Num(), 12);
   }
+}
+
+// A second set of loads of one pattern (another coordinate system text) does not reach the
+// structure; whoever listens is told, once for each frame and pattern.
+TEST_F(LoadFill, ASecondSetOfFrameLoadsInAPatternIsToldToTheObserver) {
+  std::vector<DropNote> notes;
+  model.SetDropObserver([&notes](const DropNote& note) { notes.push_back(note); });
+  Pattern("LIVE")->LoadElementNotEmpty = true;
+  Elements(1, 2);
+  VaskFrameObj* frame = Frame(1, 2);
+  Dist(frame, "LIVE", {{0.0, 1.0, 2.0, 2.0}});
+  Dist(frame, "LIVE", {{0.0, 1.0, 5.0, 5.0}}, " GLOBAL");
+  Point(frame, "LIVE", {{0.5, 1.0}});
+  FillTrelkLoadFrame(model, store);
+  ASSERT_EQ(notes.size(), 1u);
+  EXPECT_EQ(notes[0].kind, "frame distributed load");
+  EXPECT_EQ(notes[0].name, "F1 (LIVE)");
+  EXPECT_EQ(notes[0].reason,
+            "a second set of distributed loads in the pattern (coordinate system \" GLOBAL\"); "
+            "only the first set is taken");
 }
 
 // Values far beyond any load, but finite: their cells lie past where a step of one cell is
