@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "app/cli.h"
+#include "support/cli_run.h"
 #include "support/expected_bytes.h"
 
 namespace vtt {
@@ -16,20 +17,8 @@ namespace fs = std::filesystem;
 
 fs::path Models() { return fs::path(VTT_SOURCE_DIR) / "tests" / "models"; }
 
-struct CliRun {
-  int status;
-  std::string out;
-  std::string err;
-};
-
-CliRun Cli(std::vector<std::string> args) {
-  args.insert(args.begin(), "vask2trelk");
-  std::vector<const char*> argv;
-  for (const std::string& a : args) argv.push_back(a.c_str());
-  std::ostringstream out, err;
-  const int status = RunCli(static_cast<int>(argv.size()), argv.data(), out, err, false);
-  return {status, out.str(), err.str()};
-}
+using testing::Cli;
+using testing::CliRun;
 
 TEST(DumpCommand, FolderAsTextWithFieldNames) {
   const CliRun run = Cli({"dump", (Models() / "frames" / "expected").string()});

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "app/cli.h"
+#include "support/cli_run.h"
 
 namespace vtt {
 namespace {
@@ -62,27 +63,9 @@ bool WellFormedSvg(const std::string& doc, std::string* why) {
   return true;
 }
 
-struct CliRun {
-  int status;
-  std::string out;
-  std::string err;
-};
-
-CliRun Cli(std::vector<std::string> args) {
-  args.insert(args.begin(), "vask2trelk");
-  std::vector<const char*> argv;
-  for (const std::string& a : args) argv.push_back(a.c_str());
-  std::ostringstream out, err;
-  const int status = RunCli(static_cast<int>(argv.size()), argv.data(), out, err, false);
-  return {status, out.str(), err.str()};
-}
-
-std::string ReadText(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  std::ostringstream s;
-  s << in.rdbuf();
-  return s.str();
-}
+using testing::Cli;
+using testing::CliRun;
+using testing::ReadText;
 
 class StructureViewTest : public ::testing::Test {
  protected:

@@ -13,6 +13,7 @@
 
 #include "app/cli.h"
 #include "store/structure_reader.h"
+#include "support/cli_run.h"
 
 namespace vtt {
 namespace {
@@ -21,27 +22,9 @@ namespace fs = std::filesystem;
 
 fs::path Models() { return fs::path(VTT_SOURCE_DIR) / "tests" / "models"; }
 
-struct CliRun {
-  int status;
-  std::string out;
-  std::string err;
-};
-
-CliRun Cli(std::vector<std::string> args) {
-  args.insert(args.begin(), "vask2trelk");
-  std::vector<const char*> argv;
-  for (const std::string& a : args) argv.push_back(a.c_str());
-  std::ostringstream out, err;
-  const int status = RunCli(static_cast<int>(argv.size()), argv.data(), out, err, false);
-  return {status, out.str(), err.str()};
-}
-
-std::string ReadText(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  std::ostringstream s;
-  s << in.rdbuf();
-  return s.str();
-}
+using testing::Cli;
+using testing::CliRun;
+using testing::ReadText;
 
 class TransferReportTest : public ::testing::Test {
  protected:
