@@ -5,6 +5,7 @@
 #include <cmath>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "analysis/fill_trelk_nodal_mass.h"
 #include "source/vask_model.h"
@@ -365,6 +366,9 @@ void FillTrelkLoadNode(VaskModelObj& model, TrelkStore& store) {
   }
   store.AllocateLoadNodePatterns(n + 2);
 
+  // The node of each nodal load object, looked up once rather than once for each pattern
+  // (nodes do not change while the structure is filled); 0 until needed.
+  std::vector<int> node_of(static_cast<std::size_t>(model.LoadNodeNum()) + 1, 0);
   std::int32_t k = 0;
   for (int i = 1; i <= model.LoadPatternNum(); ++i) {
     VaskLoadPatternObj& pattern = *model.LoadPatternObj(i);
@@ -377,7 +381,9 @@ void FillTrelkLoadNode(VaskModelObj& model, TrelkStore& store) {
       const VaskLoadNodeObj& load = *model.LoadNodeObj(l);
       for (int j = 1; j <= load.ItemNum; ++j) {
         if (load.LoadPattern(j) != pattern.Label) continue;
-        const int id = model.NodeIdGet(load.Label);
+        int& known = node_of[static_cast<std::size_t>(l)];
+        if (known == 0) known = model.NodeIdGet(load.Label);
+        const int id = known;
         if (id == -1) {
           model.NoteDrop("nodal load", load.Label + " (" + pattern.Label + ")",
                          "its point is not a node of the model");

@@ -10,6 +10,7 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -283,13 +284,26 @@ void VaskModelObj::ClassifyAreas() {
 
 void VaskModelObj::DetectEmbeddedBeams() {
   // Pass 1: every area, whether it gets a section or not, learns where frames join it.
+  // A node is a corner of several areas; the host is asked once for each node (by its
+  // position in the node list, which nothing changes here), and gives the same answer.
   ConnectivityLists connectivity;
+  std::vector<std::int8_t> joined(static_cast<std::size_t>(NodeNum()) + 1, -1);
   for (int i = 1; i <= AreaNum(); ++i) {
     VaskAreaObj& area = *AreaObj(i);
     const NodeOwner owner{"Area", area.Label};
     for (int j = 1; j <= 4; ++j) {
       const VaskNodeObj& node = RequiredNode(area.LabelNodes(j), owner, area.NodeHint(j));
-      area.IsEmbed(j) = FrameJoinsPoint(host_, node.Label, connectivity);
+      const bool known = node.id >= 1 && node.id <= NodeNum() && NodeObj(node.id) == &node;
+      std::int8_t* answer = known ? &joined[static_cast<std::size_t>(node.id)] : nullptr;
+      if (answer == nullptr || *answer < 0) {
+        const bool frame = FrameJoinsPoint(host_, node.Label, connectivity);
+        if (answer == nullptr) {
+          area.IsEmbed(j) = frame;
+          continue;
+        }
+        *answer = frame ? 1 : 0;
+      }
+      area.IsEmbed(j) = *answer == 1;
     }
   }
 
