@@ -115,7 +115,7 @@ void ForEachElement(const StructureGeometry& g, std::size_t gi, Draw draw) {
 class GeometrySink : public RecordSink {
  public:
   GeometrySink(StructureGeometry& g, const fs::path& file) : g_(g) {
-    g_.element_records.emplace();
+    g_.element_records = StructureGeometry::ElementRecords{};
     g_.element_records->file = file;
   }
 
