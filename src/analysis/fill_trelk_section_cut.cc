@@ -1,6 +1,8 @@
 #include "analysis/fill_trelk_section_cut.h"
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
 #include "source/vask_model.h"
 #include "store/section_cut_records.h"
@@ -24,10 +26,6 @@ bool SupportAtI(const VaskModelObj& model, const VaskFrameObj& frame) {
 bool SupportAtJ(const VaskModelObj& model, const VaskFrameObj& frame) {
   return IsSupportNode(model, frame.LabelNodeJ, NodeOwner{"Frame", frame.Label, true, false},
                        frame.NodeJ);
-}
-
-bool FrameIsCut(const VaskModelObj& model, const VaskFrameObj& frame) {
-  return SupportAtI(model, frame) != SupportAtJ(model, frame);
 }
 
 bool AreaIsCut(const VaskModelObj& model, const VaskAreaObj& area) {
@@ -60,13 +58,24 @@ void FillMember(TrelkStore& store, std::int32_t entry, int end, std::int32_t ele
 }  // namespace
 
 void FillTrelkSectionCuts(const VaskModelObj& model, TrelkStore& store) {
+  // Each frame and area is looked at once; the members are then taken from what was seen
+  // (for a frame: not cut, or cut with its support at end I (0) or at end J (1)).
+  constexpr std::int8_t kNotCut = -1;
+  std::vector<std::int8_t> frame_cut(static_cast<std::size_t>(model.FrameNum()) + 1, kNotCut);
   std::int32_t nf = 0;
   for (int f = 1; f <= model.FrameNum(); ++f) {
-    if (FrameIsCut(model, *model.FrameObj(f))) ++nf;
+    const VaskFrameObj& frame = *model.FrameObj(f);
+    const bool atI = SupportAtI(model, frame);
+    if (atI == SupportAtJ(model, frame)) continue;
+    frame_cut[static_cast<std::size_t>(f)] = atI ? 0 : 1;
+    ++nf;
   }
+  std::vector<bool> area_cut(static_cast<std::size_t>(model.AreaNum()) + 1, false);
   std::int32_t na = 0;
   for (int a = 1; a <= model.AreaNum(); ++a) {
-    if (AreaIsCut(model, *model.AreaObj(a))) ++na;
+    if (!AreaIsCut(model, *model.AreaObj(a))) continue;
+    area_cut[static_cast<std::size_t>(a)] = true;
+    ++na;
   }
   const std::int32_t cuts = (nf > 0 ? 1 : 0) + (na > 0 ? 1 : 0);
   if (cuts == 0) return;
@@ -80,11 +89,10 @@ void FillTrelkSectionCuts(const VaskModelObj& model, TrelkStore& store) {
     FillMember(store, 1, 0, 0, 2);
     std::int32_t j = 0;
     for (int f = 1; f <= model.FrameNum(); ++f) {
-      const VaskFrameObj& frame = *model.FrameObj(f);
-      if (!FrameIsCut(model, frame)) continue;
+      const std::int8_t end = frame_cut[static_cast<std::size_t>(f)];
+      if (end == kNotCut) continue;
       ++j;
-      const int end = SupportAtI(model, frame) ? 0 : 1;
-      FillMember(store, j + 1, end, frame.idTrelkElem, j == nf ? 0 : j + 2);
+      FillMember(store, j + 1, end, model.FrameObj(f)->idTrelkElem, j == nf ? 0 : j + 2);
     }
   }
   if (na > 0) {
@@ -93,10 +101,10 @@ void FillTrelkSectionCuts(const VaskModelObj& model, TrelkStore& store) {
     FillMember(store, first, 0, 0, first + 1);
     std::int32_t k = 0;
     for (int a = 1; a <= model.AreaNum(); ++a) {
-      const VaskAreaObj& area = *model.AreaObj(a);
-      if (!AreaIsCut(model, area)) continue;
+      if (!area_cut[static_cast<std::size_t>(a)]) continue;
       ++k;
-      FillMember(store, first + k, 0, area.idTrelkElem, k == na ? 0 : first + k + 1);
+      FillMember(store, first + k, 0, model.AreaObj(a)->idTrelkElem,
+                 k == na ? 0 : first + k + 1);
     }
   }
 
