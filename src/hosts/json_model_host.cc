@@ -225,6 +225,8 @@ void JsonModelHost::RequireObjects() const {
 
 template <class Item>
 void JsonModelHost::RequireObjectsFor(const std::vector<Item>& items) const {
+  // On every look-up: the flag first, the lists only once they are gone.
+  if (!objectsReleased_) return;
   const void* list = &items;
   if (list == &model_.points || list == &model_.frames || list == &model_.areas) {
     RequireObjects();
