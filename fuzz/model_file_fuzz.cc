@@ -1,11 +1,15 @@
 // Fuzz target: the model file reader. Any text either becomes a host model or is refused
-// with a ModelFileError; a host that is made must then answer the geometric queries the
-// transfer starts with (points, their connectivity, frame ends and area corners) for every
-// object it lists.
+// with a ModelFileError, and the quick and the full reading agree on which, to the model
+// or the message; a host that is made must then answer the geometric queries the transfer
+// starts with (points, their connectivity, frame ends and area corners) for every object
+// it lists.
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -44,10 +48,34 @@ void WalkGeometry(vtt::HostModel& host) {
   }
 }
 
+// The quick reading (straight from the text) and the full one (a tree, then the checks)
+// must give the same model or the same message; any difference stops the run.
+void CompareReadings(std::string_view text) {
+  std::string quickMessage, fullMessage;
+  std::optional<vtt::model_file::Model> quick, full;
+  try {
+    quick = vtt::model_file::ReadModel(text, "fuzz.json", "/nonexistent/vtt-fuzz");
+  } catch (const vtt::ModelFileError& error) {
+    quickMessage = error.what();
+  }
+  try {
+    full = vtt::model_file::ReadModelFully(text, "fuzz.json", "/nonexistent/vtt-fuzz");
+  } catch (const vtt::ModelFileError& error) {
+    fullMessage = error.what();
+  }
+  if (quickMessage != fullMessage || quick.has_value() != full.has_value() ||
+      (quick && !(*quick == *full))) {
+    std::fprintf(stderr, "the two readings differ:\n  quick: %s\n  full:  %s\n",
+                 quick ? "a model" : quickMessage.c_str(), full ? "a model" : fullMessage.c_str());
+    std::abort();
+  }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);
+  CompareReadings(text);
   std::unique_ptr<vtt::JsonModelHost> host;
   try {
     // Relative record paths lead to a folder that does not exist: the reader never opens

@@ -332,6 +332,54 @@ class JsonTreeBuilder {
   std::string errorMessage_;
 };
 
+bool ScanJsonNumber(const char*& at, const char* end, double& value, bool& real) {
+  const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+  const char* start = at;
+  const char* p = at;
+  const bool negative = p != end && *p == '-';
+  if (negative) ++p;
+  if (p == end) return false;
+  if (*p == '0') {
+    ++p;
+  } else if (*p >= '1' && *p <= '9') {
+    while (p != end && isDigit(*p)) ++p;
+  } else {
+    return false;
+  }
+  const char* integerEnd = p;
+  real = false;
+  if (p != end && *p == '.') {
+    ++p;
+    if (p == end || !isDigit(*p)) return false;
+    while (p != end && isDigit(*p)) ++p;
+    real = true;
+  }
+  if (p != end && (*p == 'e' || *p == 'E')) {
+    ++p;
+    if (p != end && (*p == '+' || *p == '-')) ++p;
+    if (p == end || !isDigit(*p)) return false;
+    while (p != end && isDigit(*p)) ++p;
+    real = true;
+  }
+  if (real) {
+    // Correctly rounded, as the full reader's conversion is; out of range is left to it.
+    const auto [stop, error] = std::from_chars(start, p, value);
+    if (error != std::errc() || stop != p || !std::isfinite(value)) return false;
+  } else {
+    const char* digits = negative ? start + 1 : start;
+    if (integerEnd - digits > 18) return false;
+    std::uint64_t magnitude = 0;
+    for (const char* d = digits; d != integerEnd; ++d) {
+      magnitude = magnitude * 10 + static_cast<std::uint64_t>(*d - '0');
+    }
+    // As the full reader: a negative integer through a signed one, so "-0" is 0.
+    value = negative ? static_cast<double>(-static_cast<std::int64_t>(magnitude))
+                     : static_cast<double>(magnitude);
+  }
+  at = p;
+  return true;
+}
+
 // Reads the usual model file straight from its buffer, with no per-character bookkeeping:
 // a value's offset is simply where its first character stands. It takes only what it is
 // sure the full reader below takes with the same result, and gives up (returns false) at
@@ -349,6 +397,24 @@ class DirectTreeReader {
     Reserve();
     if (end_ - at_ >= 3 && std::string_view(at_, 3) == "\xEF\xBB\xBF") at_ += 3;
     SkipWhitespace();
+    if (!ReadTree()) return false;
+    SkipWhitespace();
+    return at_ == end_;
+  }
+
+  // One value that starts at `offset` (after any whitespace) and lies inside `depth`
+  // containers of the whole text; the offset just past it, or nothing.
+  std::optional<std::size_t> ReadOneAt(std::size_t offset, std::size_t depth) {
+    at_ = begin_ + offset;
+    outerDepth_ = depth;
+    SkipWhitespace();
+    if (!ReadTree()) return std::nullopt;
+    return static_cast<std::size_t>(at_ - begin_);
+  }
+
+ private:
+  // The value at `at_` with everything inside it.
+  bool ReadTree() {
     if (!ReadValue()) return false;
     while (!open_.empty()) {
       const OpenContainer& container = open_.back();
@@ -378,11 +444,9 @@ class DirectTreeReader {
       }
       if (!ReadValue()) return false;
     }
-    SkipWhitespace();
-    return at_ == end_;
+    return true;
   }
 
- private:
   struct OpenContainer {
     std::uint32_t node;
     std::size_t firstPending;
@@ -405,8 +469,6 @@ class DirectTreeReader {
   void SkipWhitespace() {
     while (at_ != end_ && (*at_ == ' ' || *at_ == '\n' || *at_ == '\r' || *at_ == '\t')) ++at_;
   }
-
-  static bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
   std::uint32_t NewNode(JsonKind kind) {
     JsonNode& node = nodes_.emplace_back();
@@ -437,7 +499,7 @@ class DirectTreeReader {
     switch (*at_) {
       case '{':
       case '[': {
-        if (open_.size() >= JsonDocument::kMaxDepth) return false;
+        if (outerDepth_ + open_.size() >= JsonDocument::kMaxDepth) return false;
         const std::uint32_t node = AddNode(*at_ == '{' ? JsonKind::Object : JsonKind::Array);
         open_.push_back(OpenContainer{node, pending_.size()});
         ++at_;
@@ -457,49 +519,10 @@ class DirectTreeReader {
   }
 
   bool ReadNumber() {
-    const char* start = at_;
     const char* p = at_;
-    const bool negative = *p == '-';
-    if (negative) ++p;
-    if (p == end_) return false;
-    if (*p == '0') {
-      ++p;
-    } else if (*p >= '1' && *p <= '9') {
-      while (p != end_ && IsDigit(*p)) ++p;
-    } else {
-      return false;
-    }
-    const char* integerEnd = p;
-    bool real = false;
-    if (p != end_ && *p == '.') {
-      ++p;
-      if (p == end_ || !IsDigit(*p)) return false;
-      while (p != end_ && IsDigit(*p)) ++p;
-      real = true;
-    }
-    if (p != end_ && (*p == 'e' || *p == 'E')) {
-      ++p;
-      if (p != end_ && (*p == '+' || *p == '-')) ++p;
-      if (p == end_ || !IsDigit(*p)) return false;
-      while (p != end_ && IsDigit(*p)) ++p;
-      real = true;
-    }
     double value = 0;
-    if (real) {
-      // Correctly rounded, as the full reader's conversion is; out of range is left to it.
-      const auto [stop, error] = std::from_chars(start, p, value);
-      if (error != std::errc() || stop != p || !std::isfinite(value)) return false;
-    } else {
-      const char* digits = negative ? start + 1 : start;
-      if (integerEnd - digits > 18) return false;
-      std::uint64_t magnitude = 0;
-      for (const char* d = digits; d != integerEnd; ++d) {
-        magnitude = magnitude * 10 + static_cast<std::uint64_t>(*d - '0');
-      }
-      // As the full reader: a negative integer through a signed one, so "-0" is 0.
-      value = negative ? static_cast<double>(-static_cast<std::int64_t>(magnitude))
-                       : static_cast<double>(magnitude);
-    }
+    bool real = false;
+    if (!ScanJsonNumber(p, end_, value, real)) return false;
     const std::uint32_t node = AddNode(real ? JsonKind::Real : JsonKind::Integer);
     nodes_[node].number = value;
     at_ = p;
@@ -643,6 +666,7 @@ class DirectTreeReader {
   const char* begin_;
   const char* at_;
   const char* end_;
+  std::size_t outerDepth_ = 0;
   std::vector<JsonNode>& nodes_;
   std::vector<std::uint32_t>& items_;
   std::string& pool_;
@@ -670,6 +694,15 @@ JsonDocument JsonDocument::Parse(std::string_view text) {
     throw JsonSyntaxError(text.size(), "", "not valid JSON");
   }
   return document;
+}
+
+std::optional<std::size_t> JsonDocument::ParseOneAt(std::string_view text, std::size_t offset,
+                                                    std::size_t depth, JsonDocument& document) {
+  if (text.size() > kMaxTextSize || offset > text.size()) return std::nullopt;
+  document.nodes_.clear();
+  document.items_.clear();
+  document.pool_.clear();
+  return DirectTreeReader(text, document).ReadOneAt(offset, depth);
 }
 
 TextPosition PositionOf(std::string_view text, std::size_t offset) {

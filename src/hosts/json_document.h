@@ -10,6 +10,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -54,6 +55,14 @@ class JsonDocument {
   // Throws JsonSyntaxError.
   static JsonDocument Parse(std::string_view text);
 
+  // Reads the one value that starts at `offset` of `text` (after any whitespace) and lies
+  // inside `depth` containers of it, into `document`, whose storage is reused; gives the
+  // offset just past the value. Offsets in the nodes count from the start of `text`.
+  // Nothing when the value is not one that the quick way of Parse takes (bad syntax, but
+  // also rare valid forms); the caller then reads the whole text with Parse, which says why.
+  static std::optional<std::size_t> ParseOneAt(std::string_view text, std::size_t offset,
+                                               std::size_t depth, JsonDocument& document);
+
   const JsonNode& root() const { return nodes_.front(); }
   std::string_view text(const JsonNode& string) const {
     return std::string_view(pool_).substr(string.first, string.count);
@@ -75,6 +84,13 @@ class JsonDocument {
   std::vector<std::uint32_t> items_;  // arrays: item nodes; objects: key node, value node
   std::string pool_;
 };
+
+// The JSON number at `at` as the quick way of JsonDocument::Parse reads it: the same value
+// (and whether it was written as a real), `at` moved past it. False, with `at` unmoved, for
+// anything that reader leaves to the full one: bad syntax, but also integers of more than
+// 18 digits and numbers out of range. Readers that go straight from the text to their own
+// objects use it, so that their numbers are the document's to the bit.
+bool ScanJsonNumber(const char*& at, const char* end, double& value, bool& real);
 
 // One-based line and column of a byte offset; columns count characters, not bytes.
 struct TextPosition {

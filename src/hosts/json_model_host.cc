@@ -3,7 +3,11 @@
 #include <array>
 #include <cmath>
 #include <optional>
+#include <cstdint>
+#include <exception>
 #include <stdexcept>
+#include <system_error>
+#include <thread>
 #include <utility>
 
 #include "source/literal_look_ups.h"
@@ -201,18 +205,47 @@ std::unique_ptr<JsonModelHost> JsonModelHost::FromText(std::string_view json,
 
 JsonModelHost::JsonModelHost(model_file::Model model)
     : model_(std::move(model)),
-      pointIndex_(IndexByName<NameIndex>(model_.points)),
-      frameIndex_(IndexByName<NameIndex>(model_.frames)),
-      areaIndex_(IndexByName<NameIndex>(model_.areas)),
       materialIndex_(IndexByName<NameIndex>(model_.materials)),
       frameSectionIndex_(IndexByName<NameIndex>(model_.frameSections)),
       areaSectionIndex_(IndexByName<NameIndex>(model_.areaSections)),
       constraintIndex_(IndexByName<NameIndex>(model_.constraints)),
       functionIndex_(IndexByName<NameIndex>(model_.functions)),
-      groupIndex_(IndexByName<NameIndex>(model_.groups)),
       caseIndex_(IndexByName<NameIndex>(model_.loadCases)),
       patternIndex_(IndexByName<NameIndex>(model_.loadPatterns)) {
-  BuildConnectivity();
+  // The indexes of a large model take a second or two, all of it waiting on memory; the
+  // connectivity needs only the points' index, so the frames', areas' and groups' are made
+  // alongside on a second thread. Both only read the model.
+  std::exception_ptr othersFailed;
+  const auto indexOthers = [this, &othersFailed] {
+    try {
+      frameIndex_ = IndexByName<NameIndex>(model_.frames);
+      areaIndex_ = IndexByName<NameIndex>(model_.areas);
+      groupIndex_ = IndexByName<NameIndex>(model_.groups);
+    } catch (...) {
+      othersFailed = std::current_exception();
+    }
+  };
+  std::thread others;
+  if (model_.frames.size() + model_.areas.size() >= kObjectsForThread) {
+    try {
+      others = std::thread(indexOthers);
+    } catch (const std::system_error&) {
+      // No thread to be had: the same work, one after the other.
+    }
+  }
+  try {
+    pointIndex_ = IndexByName<NameIndex>(model_.points);
+    BuildConnectivity();
+  } catch (...) {
+    if (others.joinable()) others.join();
+    throw;
+  }
+  if (others.joinable()) {
+    others.join();
+  } else {
+    indexOthers();
+  }
+  if (othersFailed) std::rethrow_exception(othersFailed);
 }
 
 void JsonModelHost::RequireObjects() const {
@@ -316,35 +349,51 @@ double JsonModelHost::FrameLength(const Frame& frame) const {
 }
 
 void JsonModelHost::BuildConnectivity() {
-  // Every end of every frame, then every corner of every area, in file order; a stable
-  // counting sort by point then keeps that order within each point.
-  std::vector<std::pair<std::size_t, Connection>> found;
-  const auto add = [&](const std::string& pointName, std::size_t object, int pointNumber,
-                       int type) {
+  // Every end of every frame, then every corner of every area, in file order: the point
+  // of each, then a stable counting sort by point keeps that order within each point.
+  std::size_t ends = 2 * model_.frames.size();
+  for (const model_file::Area& area : model_.areas) ends += area.points.size();
+  constexpr std::uint32_t kNoPoint = static_cast<std::uint32_t>(-1);
+  std::vector<std::uint32_t> pointOf;
+  pointOf.reserve(ends);
+  const auto find = [&](const std::string& pointName) {
     const std::size_t point = pointIndex_.Find(pointName);
-    if (point == NameIndex::kAbsent) return;
-    found.emplace_back(point, Connection{static_cast<std::uint32_t>(object),
-                                                 static_cast<std::int32_t>(pointNumber),
-                                                 static_cast<std::uint8_t>(type)});
+    return point == NameIndex::kAbsent ? kNoPoint : static_cast<std::uint32_t>(point);
   };
-  for (std::size_t f = 0; f < model_.frames.size(); ++f) {
-    add(model_.frames[f].pointI, f, 1, host_code::kObjectFrame);
-    add(model_.frames[f].pointJ, f, 2, host_code::kObjectFrame);
+  for (const model_file::Frame& frame : model_.frames) {
+    pointOf.push_back(find(frame.pointI));
+    pointOf.push_back(find(frame.pointJ));
   }
-  for (std::size_t a = 0; a < model_.areas.size(); ++a) {
-    const std::vector<std::string>& corners = model_.areas[a].points;
-    for (std::size_t k = 0; k < corners.size(); ++k) {
-      add(corners[k], a, static_cast<int>(k + 1), host_code::kObjectArea);
-    }
+  for (const model_file::Area& area : model_.areas) {
+    for (const std::string& corner : area.points) pointOf.push_back(find(corner));
   }
+
   connectionStart_.assign(model_.points.size() + 1, 0);
-  for (const auto& [point, connection] : found) ++connectionStart_[point + 1];
+  for (const std::uint32_t point : pointOf) {
+    if (point != kNoPoint) ++connectionStart_[point + 1];
+  }
   for (std::size_t p = 0; p < model_.points.size(); ++p) {
     connectionStart_[p + 1] += connectionStart_[p];
   }
-  connections_.resize(found.size());
+  connections_.resize(connectionStart_.back());
   std::vector<std::size_t> next(connectionStart_.begin(), connectionStart_.end() - 1);
-  for (const auto& [point, connection] : found) connections_[next[point]++] = connection;
+  std::size_t end = 0;
+  const auto place = [&](std::size_t object, int pointNumber, int type) {
+    const std::uint32_t point = pointOf[end++];
+    if (point == kNoPoint) return;
+    connections_[next[point]++] = Connection{static_cast<std::uint32_t>(object),
+                                             static_cast<std::int32_t>(pointNumber),
+                                             static_cast<std::uint8_t>(type)};
+  };
+  for (std::size_t f = 0; f < model_.frames.size(); ++f) {
+    place(f, 1, host_code::kObjectFrame);
+    place(f, 2, host_code::kObjectFrame);
+  }
+  for (std::size_t a = 0; a < model_.areas.size(); ++a) {
+    for (std::size_t k = 0; k < model_.areas[a].points.size(); ++k) {
+      place(a, static_cast<int>(k + 1), host_code::kObjectArea);
+    }
+  }
 }
 
 // ---- Units and points ----

@@ -24,6 +24,9 @@ class JsonModelHost final : public HostModel {
  public:
   // Reads and validates the whole file; throws ModelFileError with one user-facing message.
   static std::unique_ptr<JsonModelHost> FromFile(const std::filesystem::path& file);
+  // Models of fewer frames and areas than this make all their indexes on one thread.
+  static constexpr std::size_t kObjectsForThread = 20000;
+
   // Same from text; `displayName` is used in messages, `baseFolder` resolves relative paths.
   static std::unique_ptr<JsonModelHost> FromText(std::string_view json,
                                                  const std::string& displayName,

@@ -16,6 +16,7 @@
 #include <system_error>
 #include <utility>
 
+#include "hosts/direct_object_reader.h"
 #include "hosts/json_document.h"
 
 namespace vtt::model_file {
@@ -888,24 +889,13 @@ std::string EmptyFileMessage(const std::string& displayName) {
 
 }  // namespace
 
-Model ReadModel(std::string_view text, const std::string& displayName,
-                const std::filesystem::path& baseFolder) {
-  if (text.find_first_not_of(" \t\r\n") == std::string_view::npos) {
-    throw ModelFileError(EmptyFileMessage(displayName));
-  }
-  std::optional<JsonDocument> parsed;
-  try {
-    parsed = JsonDocument::Parse(text);
-  } catch (const JsonSyntaxError& error) {
-    const TextPosition position = PositionOf(text, error.offset());
-    std::string message = displayName + ":" + std::to_string(position.line) + ":" +
-                          std::to_string(position.column) + ": ";
-    if (!error.path().empty()) message += error.path() + ": ";
-    throw ModelFileError(message + error.what());
-  }
-  const JsonDocument& document = *parsed;
-  const Checker checker(text, document, displayName);
-  const JsonNode& root = document.root();
+namespace {
+
+// Reads the whole model from the document's root; without `readObjects`, all but the
+// points, frames, areas and groups (the quick reader below reads those itself).
+Model ReadRoot(const Checker& checker, const std::filesystem::path& baseFolder,
+               bool readObjects = true) {
+  const JsonNode& root = checker.document().root();
   const Path top;
   const std::string topExpectation =
       "a JSON object with \"format\": \"" + std::string(kFormatName) + "\"";
@@ -924,10 +914,12 @@ Model ReadModel(std::string_view text, const std::string& displayName,
   model.frameSections =
       f.List("frame_sections", "frame section", kFrameSectionKeys, ReadFrameSection);
   model.areaSections = f.List("area_sections", "area section", kAreaSectionKeys, ReadAreaSection);
-  model.points = f.List("points", "point", kPointKeys, ReadPoint);
+  if (readObjects) model.points = f.List("points", "point", kPointKeys, ReadPoint);
   model.constraints = f.List("constraints", "constraint", kConstraintKeys, ReadConstraint);
-  model.frames = f.List("frames", "frame", kFrameKeys, ReadFrame);
-  model.areas = f.List("areas", "area", kAreaKeys, ReadArea);
+  if (readObjects) {
+    model.frames = f.List("frames", "frame", kFrameKeys, ReadFrame);
+    model.areas = f.List("areas", "area", kAreaKeys, ReadArea);
+  }
   model.loadPatterns = f.List("load_patterns", "load pattern", kLoadPatternKeys, ReadLoadPattern);
   model.massSource =
       f.OptionalObject("mass_source", "an object {option, loads}", kMassSourceKeys, ReadMassSource)
@@ -935,9 +927,215 @@ Model ReadModel(std::string_view text, const std::string& displayName,
   model.functions =
       f.List("functions", "function", kFunctionKeys,
              [&baseFolder](const Fields& function) { return ReadFunction(function, baseFolder); });
-  model.groups = f.List("groups", "group", kGroupKeys, ReadGroup);
+  if (readObjects) model.groups = f.List("groups", "group", kGroupKeys, ReadGroup);
   model.loadCases = f.List("load_cases", "load case", kLoadCaseKeys, ReadLoadCase);
   return model;
+}
+
+// Reads a model file of the usual shape without a tree of the whole document, which for a
+// large building would hold several times the file's size in memory and cost most of the
+// reading. Each point, frame, area and group is read straight into the model's object
+// (direct_object_reader.h) or, when it has a form that reader leaves, into a small tree of
+// its own, whose storage is used again for the next, and checked by the same code as in the
+// full reading. The other top-level values, a small part of any file, are gathered into a
+// document of their own and read as usual. The result is the model the full reading gives.
+// At the first thing this reader does not take (bad syntax, a rare valid form, a value the
+// checks refuse, a list given twice) it gives up, and the full reading starts again from
+// the first byte, so that every message, with its line, column and path, is the full
+// reading's own.
+class QuickModelReader {
+ public:
+  QuickModelReader(std::string_view text, const std::string& displayName,
+                   const std::filesystem::path& baseFolder)
+      : text_(text), displayName_(displayName), baseFolder_(baseFolder) {}
+
+  std::optional<Model> Read() {
+    try {
+      return ReadTop();
+    } catch (const ModelFileError&) {
+      return std::nullopt;
+    } catch (const JsonSyntaxError&) {
+      return std::nullopt;
+    }
+  }
+
+ private:
+  std::optional<Model> ReadTop() {
+    if (text_.size() > JsonDocument::kMaxTextSize) return std::nullopt;
+    if (text_.starts_with("\xEF\xBB\xBF")) at_ = 3;
+    if (!Take('{')) return std::nullopt;
+    std::string others = "{";
+    std::vector<Point> points;
+    std::vector<Frame> frames;
+    std::vector<Area> areas;
+    std::vector<Group> groups;
+    bool seenPoints = false, seenFrames = false, seenAreas = false, seenGroups = false;
+    SkipWhitespace();
+    if (Peek() == '}') return std::nullopt;  // the full reading says what is missing
+    while (true) {
+      const std::optional<std::string_view> key = RawKey();
+      if (!key || !Take(':')) return std::nullopt;
+      bool listRead = true;
+      if (*key == "points") {
+        listRead =
+            !seenPoints && ReadList(points, kPointKeys, *key, ReadPointDirectly, ReadPoint);
+        seenPoints = true;
+      } else if (*key == "frames") {
+        listRead =
+            !seenFrames && ReadList(frames, kFrameKeys, *key, ReadFrameDirectly, ReadFrame);
+        seenFrames = true;
+      } else if (*key == "areas") {
+        listRead = !seenAreas && ReadList(areas, kAreaKeys, *key, ReadAreaDirectly, ReadArea);
+        seenAreas = true;
+      } else if (*key == "groups") {
+        listRead =
+            !seenGroups && ReadList(groups, kGroupKeys, *key, ReadGroupDirectly, ReadGroup);
+        seenGroups = true;
+      } else {
+        const std::size_t start = at_;
+        const std::optional<std::size_t> end = JsonDocument::ParseOneAt(text_, at_, 1, scratch_);
+        if (!end) return std::nullopt;
+        at_ = *end;
+        if (others.size() > 1) others += ',';
+        others.append("\"").append(*key).append("\":").append(text_.substr(start, *end - start));
+      }
+      if (!listRead) return std::nullopt;
+      SkipWhitespace();
+      if (Take('}')) break;
+      if (!Take(',')) return std::nullopt;
+    }
+    SkipWhitespace();
+    if (at_ != text_.size()) return std::nullopt;
+    others += '}';
+
+    const JsonDocument document = JsonDocument::Parse(others);
+    Model model = ReadRoot(Checker(others, document, displayName_), baseFolder_, false);
+    model.points = std::move(points);
+    model.frames = std::move(frames);
+    model.areas = std::move(areas);
+    model.groups = std::move(groups);
+    return model;
+  }
+
+  // Every item of the array at `at_`: straight from the text when `readDirectly` takes it,
+  // else from a tree of the item with `read`, as the full reading reads it.
+  template <class Item, class ReadItem>
+  bool ReadList(std::vector<Item>& items, std::span<const std::string_view> itemKeys,
+                std::string_view key,
+                bool (*readDirectly)(std::string_view, std::size_t&, Item&), ReadItem read) {
+    if (!Take('[')) return false;
+    SkipWhitespace();
+    if (Take(']')) return true;
+    const Checker checker(text_, item_, displayName_);
+    const Path top;
+    const Path at = top.Key(key);
+    // Only a message would show it, and a message is never given here.
+    const std::string expectation = "an object";
+    const std::size_t start = at_;
+    while (true) {
+      if (items.size() == kSampleItems) ReserveFor(items, start);
+      Item direct;
+      std::size_t next = at_;
+      if (readDirectly(text_, next, direct)) {
+        items.push_back(std::move(direct));
+        at_ = next;
+      } else {
+        const std::optional<std::size_t> end = JsonDocument::ParseOneAt(text_, at_, 2, item_);
+        if (!end) return false;
+        at_ = *end;
+        const Path itemPath = at.Index(items.size());
+        items.push_back(read(Fields(checker, item_.root(), itemPath, expectation, itemKeys)));
+      }
+      SkipWhitespace();
+      if (Take(']')) return true;
+      if (!Take(',')) return false;
+    }
+  }
+
+  // The lists of a building hold up to millions of objects; grown by doubling, each would
+  // be copied a few times over and the memory behind it faulted in again each time. After
+  // the first items, the length they took tells about how many the rest of the text could
+  // hold, which is mostly close for the first list and the one after it, and more than
+  // enough for the others; what is reserved but never used is address space, not memory.
+  static constexpr std::size_t kSampleItems = 256;
+  // Fewer bytes than any object of the bulk lists takes (`{"name":"","x":0,"y":0,"z":0}`).
+  static constexpr std::size_t kShortestItem = 24;
+
+  template <class Item>
+  void ReserveFor(std::vector<Item>& items, std::size_t start) const {
+    const std::size_t taken = at_ - start;
+    const std::size_t rest = text_.size() - start;
+    if (taken == 0) return;
+    const double estimate = static_cast<double>(items.size()) * static_cast<double>(rest) /
+                            static_cast<double>(taken);
+    items.reserve(std::min(static_cast<std::size_t>(estimate), rest / kShortestItem));
+  }
+
+  // A key of plain characters, as written between its quotes; nothing for any other.
+  std::optional<std::string_view> RawKey() {
+    SkipWhitespace();
+    if (!Take('"')) return std::nullopt;
+    const std::size_t start = at_;
+    while (at_ < text_.size()) {
+      const unsigned char c = static_cast<unsigned char>(text_[at_]);
+      if (c == '"') return text_.substr(start, at_++ - start);
+      if (c < 0x20 || c >= 0x80 || c == '\\') return std::nullopt;
+      ++at_;
+    }
+    return std::nullopt;
+  }
+
+  void SkipWhitespace() {
+    while (at_ < text_.size() &&
+           (text_[at_] == ' ' || text_[at_] == '\n' || text_[at_] == '\r' || text_[at_] == '\t')) {
+      ++at_;
+    }
+  }
+  char Peek() const { return at_ < text_.size() ? text_[at_] : '\0'; }
+  bool Take(char c) {
+    SkipWhitespace();
+    if (Peek() != c) return false;
+    ++at_;
+    return true;
+  }
+
+  std::string_view text_;
+  const std::string& displayName_;
+  const std::filesystem::path& baseFolder_;
+  std::size_t at_ = 0;
+  JsonDocument item_;
+  JsonDocument scratch_;
+};
+
+}  // namespace
+
+Model ReadModel(std::string_view text, const std::string& displayName,
+                const std::filesystem::path& baseFolder) {
+  if (text.find_first_not_of(" \t\r\n") == std::string_view::npos) {
+    throw ModelFileError(EmptyFileMessage(displayName));
+  }
+  if (std::optional<Model> model = QuickModelReader(text, displayName, baseFolder).Read()) {
+    return std::move(*model);
+  }
+  return ReadModelFully(text, displayName, baseFolder);
+}
+
+Model ReadModelFully(std::string_view text, const std::string& displayName,
+                     const std::filesystem::path& baseFolder) {
+  if (text.find_first_not_of(" \t\r\n") == std::string_view::npos) {
+    throw ModelFileError(EmptyFileMessage(displayName));
+  }
+  std::optional<JsonDocument> parsed;
+  try {
+    parsed = JsonDocument::Parse(text);
+  } catch (const JsonSyntaxError& error) {
+    const TextPosition position = PositionOf(text, error.offset());
+    std::string message = displayName + ":" + std::to_string(position.line) + ":" +
+                          std::to_string(position.column) + ": ";
+    if (!error.path().empty()) message += error.path() + ": ";
+    throw ModelFileError(message + error.what());
+  }
+  return ReadRoot(Checker(text, *parsed, displayName), baseFolder);
 }
 
 std::string ReadFileText(const std::filesystem::path& file) {

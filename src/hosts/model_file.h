@@ -27,24 +27,36 @@ namespace model_file {
 
 struct Isotropic {
   double e = 0, u = 0, a = 0, g = 0;
+
+  bool operator==(const Isotropic&) const = default;
 };
 struct Orthotropic {
   std::array<double, 3> e{}, u{}, a{}, g{};
+
+  bool operator==(const Orthotropic&) const = default;
 };
 struct Anisotropic {
   std::array<double, 3> e{};
   std::array<double, 15> u{};
   std::array<double, 6> a{};
   std::array<double, 3> g{};
+
+  bool operator==(const Anisotropic&) const = default;
 };
 struct Uniaxial {
   double e = 0, a = 0;
+
+  bool operator==(const Uniaxial&) const = default;
 };
 struct Strengths {
   double fy = 0, fu = 0, efy = 0, efu = 0;
+
+  bool operator==(const Strengths&) const = default;
 };
 struct CurvePoint {
   double strain = 0, stress = 0;
+
+  bool operator==(const CurvePoint&) const = default;
 };
 
 // Everything a material holds besides its name and type; also what `default_materials`
@@ -61,20 +73,28 @@ struct MaterialProperties {
   std::optional<Strengths> rebar;
   std::optional<double> concreteFc;
   std::optional<std::vector<CurvePoint>> stressStrain;
+
+  bool operator==(const MaterialProperties&) const = default;
 };
 
 struct Material {
   std::string name;
   int type = 0;
   MaterialProperties properties;
+
+  bool operator==(const Material&) const = default;
 };
 
 struct DefaultMaterials {
   std::optional<MaterialProperties> concrete, steel, rebar;
+
+  bool operator==(const DefaultMaterials&) const = default;
 };
 
 struct NonprismaticSegment {
   std::string start, end;
+
+  bool operator==(const NonprismaticSegment&) const = default;
 };
 
 struct FrameSection {
@@ -85,6 +105,8 @@ struct FrameSection {
   std::array<double, 12> properties{};
   std::optional<int> rebarDesign;
   std::optional<std::vector<NonprismaticSegment>> segments;
+
+  bool operator==(const FrameSection&) const = default;
 };
 
 struct ShellLayer {
@@ -96,6 +118,8 @@ struct ShellLayer {
   std::string material;
   double materialAngle = 0;
   int s11 = 1, s22 = 1, s12 = 1;
+
+  bool operator==(const ShellLayer&) const = default;
 };
 
 struct AreaSection {
@@ -108,6 +132,8 @@ struct AreaSection {
   double membraneThickness = 0;
   double bendingThickness = 0;
   std::vector<ShellLayer> layers;
+
+  bool operator==(const AreaSection&) const = default;
 };
 
 struct PointForce {
@@ -115,6 +141,8 @@ struct PointForce {
   std::string csys = "GLOBAL";
   int step = 0;
   DofValues values{};  // F1, F2, F3, M1, M2, M3
+
+  bool operator==(const PointForce&) const = default;
 };
 
 struct Point {
@@ -124,6 +152,8 @@ struct Point {
   std::vector<std::string> constraints;
   DofValues mass{};
   std::vector<PointForce> forces;
+
+  bool operator==(const Point&) const = default;
 };
 
 struct Constraint {
@@ -131,11 +161,15 @@ struct Constraint {
   int type = 0;
   int axis = 3;
   std::string csys = "Global";
+
+  bool operator==(const Constraint&) const = default;
 };
 
 struct Hinge {
   int dof = 0;
   double relativeDistance = 0;
+
+  bool operator==(const Hinge&) const = default;
 };
 
 struct DistributedLoad {
@@ -144,6 +178,8 @@ struct DistributedLoad {
   std::string csys = "GLOBAL";
   int dir = 0;
   double rd1 = 0, rd2 = 0, val1 = 0, val2 = 0;
+
+  bool operator==(const DistributedLoad&) const = default;
 };
 
 struct FramePointLoad {
@@ -152,6 +188,8 @@ struct FramePointLoad {
   std::string csys = "GLOBAL";
   int dir = 0;
   double rd = 0, val = 0;
+
+  bool operator==(const FramePointLoad&) const = default;
 };
 
 struct Frame {
@@ -162,6 +200,8 @@ struct Frame {
   double massPerLength = 0;
   std::vector<DistributedLoad> distributedLoads;
   std::vector<FramePointLoad> pointLoads;
+
+  bool operator==(const Frame&) const = default;
 };
 
 struct AreaLoad {
@@ -170,6 +210,8 @@ struct AreaLoad {
   int dir = 0;
   double value = 0;
   int distType = 2;  // only for loads spread to frames
+
+  bool operator==(const AreaLoad&) const = default;
 };
 
 struct Area {
@@ -178,22 +220,30 @@ struct Area {
   double massPerArea = 0;
   std::vector<AreaLoad> uniformLoads;
   std::vector<AreaLoad> uniformToFrameLoads;
+
+  bool operator==(const Area&) const = default;
 };
 
 struct LoadPattern {
   std::string name;
   int type = 1;
   double selfWeightMultiplier = 0;
+
+  bool operator==(const LoadPattern&) const = default;
 };
 
 struct MassSourceLoad {
   std::string pattern;
   double factor = 0;
+
+  bool operator==(const MassSourceLoad&) const = default;
 };
 
 struct MassSource {
   int option = 1;
   std::vector<MassSourceLoad> loads;
+
+  bool operator==(const MassSource&) const = default;
 };
 
 struct FunctionFile {
@@ -205,10 +255,14 @@ struct FunctionFile {
   bool freeFormat = true;
   int fieldWidth = 10;
   double dt = 0.02;
+
+  bool operator==(const FunctionFile&) const = default;
 };
 
 struct FunctionPoint {
   double time = 0, value = 0;
+
+  bool operator==(const FunctionPoint&) const = default;
 };
 
 struct Function {
@@ -219,16 +273,22 @@ struct Function {
   std::optional<std::vector<FunctionPoint>> points;
   std::optional<double> period, amplitude, time, maxTime, rampTime;
   std::optional<int> stepsPerCycle, cycles;
+
+  bool operator==(const Function&) const = default;
 };
 
 struct GroupAssignment {
   int type = 0;
   std::string name;
+
+  bool operator==(const GroupAssignment&) const = default;
 };
 
 struct Group {
   std::string name;
   std::vector<GroupAssignment> assignments;
+
+  bool operator==(const Group&) const = default;
 };
 
 struct LoadApplication {
@@ -237,6 +297,8 @@ struct LoadApplication {
   double displacement = 0;
   int monitoredDof = 1;
   std::string monitoredPoint;
+
+  bool operator==(const LoadApplication&) const = default;
 };
 
 struct CaseLoad {
@@ -245,11 +307,15 @@ struct CaseLoad {
   double factor = 1;
   std::string function;
   double timeFactor = 1;
+
+  bool operator==(const CaseLoad&) const = default;
 };
 
 struct TimeStep {
   int steps = 0;
   double size = 0;
+
+  bool operator==(const TimeStep&) const = default;
 };
 
 struct Damping {
@@ -258,6 +324,8 @@ struct Damping {
   double stiffnessCoefficient = 0;
   std::array<double, 2> values{};
   std::array<double, 2> ratios{};
+
+  bool operator==(const Damping&) const = default;
 };
 
 struct LoadCase {
@@ -267,6 +335,8 @@ struct LoadCase {
   std::vector<CaseLoad> loads;
   std::optional<TimeStep> timeStep;
   std::optional<Damping> damping;
+
+  bool operator==(const LoadCase&) const = default;
 };
 
 struct Model {
@@ -284,6 +354,8 @@ struct Model {
   std::vector<Function> functions;
   std::vector<Group> groups;
   std::vector<LoadCase> loadCases;
+
+  bool operator==(const Model&) const = default;
 };
 
 // Checks and reads a whole model file. `displayName` names the file in messages;
@@ -291,6 +363,11 @@ struct Model {
 // Throws ModelFileError.
 Model ReadModel(std::string_view text, const std::string& displayName,
                 const std::filesystem::path& baseFolder);
+
+// The same through the full reading alone: a tree of the whole document, then the checks.
+// ReadModel gives the same model or the same message, only sooner; tests compare the two.
+Model ReadModelFully(std::string_view text, const std::string& displayName,
+                     const std::filesystem::path& baseFolder);
 
 // Reads the file's bytes; throws ModelFileError naming the path and the system's reason.
 std::string ReadFileText(const std::filesystem::path& file);
