@@ -10,6 +10,7 @@
 #include <thread>
 #include <utility>
 
+#include "hosts/file_view.h"
 #include "source/literal_look_ups.h"
 #include "store/units.h"
 
@@ -192,6 +193,10 @@ Index IndexByName(const std::vector<Item>& items) {
 }  // namespace
 
 std::unique_ptr<JsonModelHost> JsonModelHost::FromFile(const std::filesystem::path& file) {
+  // The model copies what it keeps, so the file's bytes are needed only while it is read.
+  if (const std::unique_ptr<FileView> view = FileView::Open(file)) {
+    return FromText(view->text(), file.string(), file.parent_path());
+  }
   const std::string text = model_file::ReadFileText(file);
   return FromText(text, file.string(), file.parent_path());
 }

@@ -4,6 +4,7 @@
 #include "hosts/model_file.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <charconv>
 #include <climits>
@@ -14,6 +15,7 @@
 #include <span>
 #include <stdexcept>
 #include <system_error>
+#include <thread>
 #include <utility>
 
 #include "hosts/direct_object_reader.h"
@@ -960,8 +962,90 @@ class QuickModelReader {
   }
 
  private:
+  // The frames, most of a building's file, are read on a second thread while this one reads
+  // the rest. Where the frames start is guessed by looking for their key; the guess counts
+  // only when the reading of the top level meets the frames' list exactly there. This
+  // thread then steps over the list (its brackets and strings only) and goes on; the two
+  // must agree on where the list ends, or the frames are read again here.
+  static constexpr std::size_t kTextForSecondThread = 1 << 20;
+
+  struct FramesAhead {
+    std::size_t start = std::string_view::npos;  // the list's '['
+    std::thread thread;
+    std::atomic<bool> abandon{false};
+    std::vector<Frame> frames;
+    std::size_t end = 0;  // just past the list's ']'
+    bool read = false;
+
+    FramesAhead() = default;
+    FramesAhead(const FramesAhead&) = delete;
+    FramesAhead& operator=(const FramesAhead&) = delete;
+    ~FramesAhead() { Finish(); }
+    void Finish() {
+      abandon = true;
+      if (thread.joinable()) thread.join();
+    }
+    // Waits for the reading; true when it read the list that starts at `start` to `end`.
+    bool ReadTo(std::size_t listEnd) {
+      if (thread.joinable()) thread.join();
+      return read && end == listEnd;
+    }
+  };
+
+  void StartFramesAhead(FramesAhead& ahead) {
+    if (text_.size() < kTextForSecondThread) return;
+    constexpr std::string_view kKey = "\"frames\"";
+    for (std::size_t found = text_.find(kKey); found != std::string_view::npos;
+         found = text_.find(kKey, found + 1)) {
+      QuickModelReader probe(text_, displayName_, baseFolder_);
+      probe.at_ = found + kKey.size();
+      if (!probe.Take(':') || !probe.Take('[')) continue;
+      ahead.start = probe.at_ - 1;
+      try {
+        ahead.thread = std::thread([this, &ahead] {
+          QuickModelReader reader(text_, displayName_, baseFolder_);
+          reader.at_ = ahead.start;
+          reader.abandon_ = &ahead.abandon;
+          try {
+            ahead.read = reader.ReadList(ahead.frames, kFrameKeys, "frames", ReadFrameDirectly,
+                                         ReadFrame);
+          } catch (...) {
+            // Whatever went wrong there goes wrong again when this thread reads the list.
+            ahead.read = false;
+          }
+          ahead.end = reader.at_;
+        });
+      } catch (const std::system_error&) {
+        ahead.start = std::string_view::npos;  // no thread: the frames are read in turn
+      }
+      return;
+    }
+  }
+
+  // Steps over the value at `at_` by its brackets and strings alone; false when it does
+  // not end. Only for a list that the other thread reads and checks.
+  bool StepOverValue() {
+    std::size_t depth = 0;
+    while (at_ < text_.size()) {
+      const char c = text_[at_++];
+      if (c == '"') {
+        while (at_ < text_.size() && text_[at_] != '"') at_ += text_[at_] == '\\' ? 2 : 1;
+        if (at_++ >= text_.size()) return false;
+      } else if (c == '[' || c == '{') {
+        ++depth;
+      } else if (c == ']' || c == '}') {
+        if (depth == 0) return false;
+        if (--depth == 0) return true;
+      }
+    }
+    return false;
+  }
+
   std::optional<Model> ReadTop() {
     if (text_.size() > JsonDocument::kMaxTextSize) return std::nullopt;
+    FramesAhead ahead;
+    StartFramesAhead(ahead);
+    std::size_t framesStart = std::string_view::npos, framesEnd = 0;
     if (text_.starts_with("\xEF\xBB\xBF")) at_ = 3;
     if (!Take('{')) return std::nullopt;
     std::string others = "{";
@@ -981,8 +1065,16 @@ class QuickModelReader {
             !seenPoints && ReadList(points, kPointKeys, *key, ReadPointDirectly, ReadPoint);
         seenPoints = true;
       } else if (*key == "frames") {
-        listRead =
-            !seenFrames && ReadList(frames, kFrameKeys, *key, ReadFrameDirectly, ReadFrame);
+        SkipWhitespace();
+        if (!seenFrames && at_ == ahead.start) {
+          framesStart = at_;
+          listRead = StepOverValue();
+          framesEnd = at_;
+        } else {
+          ahead.Finish();  // the guess was wrong, or the list is given twice
+          listRead =
+              !seenFrames && ReadList(frames, kFrameKeys, *key, ReadFrameDirectly, ReadFrame);
+        }
         seenFrames = true;
       } else if (*key == "areas") {
         listRead = !seenAreas && ReadList(areas, kAreaKeys, *key, ReadAreaDirectly, ReadArea);
@@ -1007,6 +1099,18 @@ class QuickModelReader {
     SkipWhitespace();
     if (at_ != text_.size()) return std::nullopt;
     others += '}';
+    if (framesStart != std::string_view::npos) {
+      if (ahead.ReadTo(framesEnd)) {
+        frames = std::move(ahead.frames);
+      } else {
+        at_ = framesStart;
+        if (!ReadList(frames, kFrameKeys, "frames", ReadFrameDirectly, ReadFrame) ||
+            at_ != framesEnd) {
+          return std::nullopt;
+        }
+      }
+    }
+    ahead.Finish();
 
     const JsonDocument document = JsonDocument::Parse(others);
     Model model = ReadRoot(Checker(others, document, displayName_), baseFolder_, false);
@@ -1033,6 +1137,7 @@ class QuickModelReader {
     const std::string expectation = "an object";
     const std::size_t start = at_;
     while (true) {
+      if (abandon_ != nullptr && abandon_->load(std::memory_order_relaxed)) return false;
       if (items.size() == kSampleItems) ReserveFor(items, start);
       Item direct;
       std::size_t next = at_;
@@ -1105,6 +1210,7 @@ class QuickModelReader {
   std::size_t at_ = 0;
   JsonDocument item_;
   JsonDocument scratch_;
+  const std::atomic<bool>* abandon_ = nullptr;  // set: stop reading a list
 };
 
 }  // namespace
