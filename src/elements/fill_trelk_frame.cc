@@ -24,17 +24,19 @@ constexpr int kAreaObject = 5;
 // objects needs no table of its own.
 class ElementsByLabel {
  public:
-  // `count` objects; `label(p)` and `elem(p)` of position p from 1; `first(text)` the
-  // position of the first object labelled `text`, or 0.
+  // `count` objects; `label(p)` and `elem(p)` of position p from 1; `first(text, hint)`
+  // the position of the first object labelled `text`, or 0, tried first at `hint` (0 for
+  // none): each object is asked for at its own position, which is the answer for every
+  // object whose label no object before it carries.
   template <class Label, class Elem, class First>
   ElementsByLabel(int count, Label label, Elem elem, First first)
       : elem_(static_cast<std::size_t>(count) + 1, 0),
         next_(static_cast<std::size_t>(count) + 1, 0),
-        find_(first) {
+        find_([first](std::string_view text) { return first(text, 0); }) {
     std::vector<int> last(static_cast<std::size_t>(count) + 1, 0);
     for (int p = 1; p <= count; ++p) {
       elem_[At(p)] = elem(p);
-      const int head = first(label(p));
+      const int head = first(label(p), p);
       if (head == 0 || head == p) {
         last[At(p)] = p;
       } else {
@@ -68,11 +70,11 @@ void FillTrelkFrames(HostModel& host, const VaskModelObj& model, TrelkStore& sto
   const ElementsByLabel frames(
       model.FrameNum(), [&](int p) -> const std::string& { return model.FrameObj(p)->Label; },
       [&](int p) { return model.FrameObj(p)->idTrelkElem; },
-      [&](std::string_view text) { return model.FramePositionGet(text); });
+      [&](std::string_view text, int hint) { return model.FramePositionNear(text, hint); });
   const ElementsByLabel areas(
       model.AreaNum(), [&](int p) -> const std::string& { return model.AreaObj(p)->Label; },
       [&](int p) { return model.AreaObj(p)->idTrelkElem; },
-      [&](std::string_view text) { return model.AreaPositionGet(text); });
+      [&](std::string_view text, int hint) { return model.AreaPositionNear(text, hint); });
 
   std::int32_t t = 1;
   for (int g = 0; g < group_count && g < static_cast<int>(groups.size()); ++g) {

@@ -167,6 +167,13 @@ class VaskModelObj {
   // Positions (from 1) of the first frame and the first area with the label, or 0.
   int FramePositionGet(std::string_view label) const { return frames_.Find(label); }
   int AreaPositionGet(std::string_view label) const { return areas_.Find(label); }
+  // The same answers, tried first at `hint` (VaskObjList::FindNear).
+  int FramePositionNear(std::string_view label, int hint) const {
+    return frames_.FindNear(label, hint);
+  }
+  int AreaPositionNear(std::string_view label, int hint) const {
+    return areas_.FindNear(label, hint);
+  }
   // Searches PropFrameSectObj only, never the embedded-beam sections.
   VaskPropFrameSectObj* PropFrameSectObjGet(std::string_view label) const;
   VaskPropMaterialObj* PropMaterialObjGet(std::string_view label) const;
