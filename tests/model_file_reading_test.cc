@@ -55,12 +55,17 @@ void ExpectSameReadingOf(const std::string& text, const std::string& what) {
   EXPECT_TRUE(ReadModel(text, "m.json", "/base") == ReadModelFully(text, "m.json", "/base"));
 }
 
-// The same for the text as it is and, so that the quick reading reads the frames on a
-// second thread, for the text grown past a megabyte by blanks at its end.
+// The same for the text as it is and with its frames read on a second thread: once by
+// the size of text at which that starts, once by the text grown past it with blanks.
 void ExpectSameReading(const std::string& text, const std::string& what) {
   ExpectSameReadingOf(text, what);
-  constexpr std::size_t kLarge = (1 << 20) + 1;
-  if (text.size() < kLarge) ExpectSameReadingOf(text + std::string(kLarge, ' '), what + ", grown");
+  const std::size_t usual = FramesThreadFromBytes();
+  SetFramesThreadFromBytes(0);
+  ExpectSameReadingOf(text, what + ", frames on a second thread");
+  SetFramesThreadFromBytes(usual);
+  if (text.size() <= usual) {
+    ExpectSameReadingOf(text + std::string(usual + 1, ' '), what + ", grown");
+  }
 }
 
 std::vector<fs::path> BundledModels() {

@@ -967,7 +967,6 @@ class QuickModelReader {
   // only when the reading of the top level meets the frames' list exactly there. This
   // thread then steps over the list (its brackets and strings only) and goes on; the two
   // must agree on where the list ends, or the frames are read again here.
-  static constexpr std::size_t kTextForSecondThread = 1 << 20;
 
   struct FramesAhead {
     std::size_t start = std::string_view::npos;  // the list's '['
@@ -993,7 +992,7 @@ class QuickModelReader {
   };
 
   void StartFramesAhead(FramesAhead& ahead) {
-    if (text_.size() < kTextForSecondThread) return;
+    if (text_.size() < FramesThreadFromBytes()) return;
     constexpr std::string_view kKey = "\"frames\"";
     for (std::size_t found = text_.find(kKey); found != std::string_view::npos;
          found = text_.find(kKey, found + 1)) {
@@ -1214,6 +1213,13 @@ class QuickModelReader {
 };
 
 }  // namespace
+
+namespace {
+std::atomic<std::size_t> framesThreadFromBytes{std::size_t{1} << 20};
+}  // namespace
+
+void SetFramesThreadFromBytes(std::size_t bytes) { framesThreadFromBytes = bytes; }
+std::size_t FramesThreadFromBytes() { return framesThreadFromBytes; }
 
 Model ReadModel(std::string_view text, const std::string& displayName,
                 const std::filesystem::path& baseFolder) {

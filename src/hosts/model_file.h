@@ -5,6 +5,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <stdexcept>
@@ -368,6 +369,11 @@ Model ReadModel(std::string_view text, const std::string& displayName,
 // ReadModel gives the same model or the same message, only sooner; tests compare the two.
 Model ReadModelFully(std::string_view text, const std::string& displayName,
                      const std::filesystem::path& baseFolder);
+
+// From this size of text on, the quick reading reads the frames on a second thread (by
+// default 1 MiB). Tests and fuzzing lower it to reach that way with small texts.
+void SetFramesThreadFromBytes(std::size_t bytes);
+std::size_t FramesThreadFromBytes();
 
 // Reads the file's bytes; throws ModelFileError naming the path and the system's reason.
 std::string ReadFileText(const std::filesystem::path& file);
