@@ -31,7 +31,9 @@ class FileViewTest : public ::testing::Test {
 
 TEST_F(FileViewTest, ShowsEveryByteOfAFile) {
   std::string bytes = "{\"format\": \"vask-model\"}\n";
-  bytes += std::string(1, '\0') + "\xE9\xFF" + std::string(70000, 'x');
+  bytes.push_back('\0');
+  bytes.append("\xE9\xFF");
+  bytes.append(70000, 'x');
   const std::unique_ptr<FileView> view = FileView::Open(Write("m.json", bytes));
 #if defined(__unix__) || defined(__APPLE__)
   ASSERT_NE(view, nullptr);
