@@ -120,15 +120,16 @@ class Cursor {
     return Array(count, [&] { return Text(texts.emplace_back()); });
   }
 
-  // `{"key": value, ...}` of an object kind with the keys `keys`: `member(slot)` reads the
-  // value of the key at `slot`; a key of another kind or given twice is not taken. `given`
-  // has a bit for every key that was there.
+  // `{"key": value, ...}` of an object kind with the keys `keys`, of which those with a bit
+  // in `required` must be there: `member(slot)` reads the value of the key at `slot`; a key
+  // of another kind or given twice is not taken.
   template <std::size_t N, class Member>
-  bool Object(const std::array<std::string_view, N>& keys, std::uint32_t& given, Member member) {
+  bool Object(const std::array<std::string_view, N>& keys, std::uint32_t required,
+              Member member) {
     static_assert(N <= 32);
-    given = 0;
+    std::uint32_t given = 0;
     if (!Take('{')) return false;
-    if (Take('}')) return true;
+    if (Take('}')) return required == 0;
     std::size_t next = 0;
     while (true) {
       std::string_view key;
@@ -143,7 +144,7 @@ class Cursor {
       given |= 1u << slot;
       next = slot + 1;
       if (!Take(':') || !member(slot)) return false;
-      if (Take('}')) return true;
+      if (Take('}')) return (given & required) == required;
       if (!Take(',')) return false;
     }
   }
@@ -171,10 +172,6 @@ class Cursor {
   const char* end_;
 };
 
-constexpr bool Has(std::uint32_t given, std::uint32_t required) {
-  return (given & required) == required;
-}
-
 // The keys of each kind in the order of the checked reading's lists.
 constexpr std::array<std::string_view, 4> kPointForceKeys = {"pattern", "csys", "step", "values"};
 constexpr std::array<std::string_view, 8> kPointKeys = {
@@ -197,121 +194,108 @@ constexpr std::array<std::string_view, 6> kAreaKeys = {
     "name", "section", "points", "mass_per_area", "uniform_loads", "uniform_to_frame_loads"};
 
 bool ReadPointForce(Cursor& in, PointForce& force) {
-  std::uint32_t given = 0;
-  return in.Object(kPointForceKeys, given,
-                   [&](std::size_t slot) {
-                     switch (slot) {
-                       case 0: return in.Text(force.pattern);
-                       case 1: return in.Text(force.csys);
-                       case 2: return in.Integer(force.step);
-                       default: return in.Reals(force.values);
-                     }
-                   }) &&
-         Has(given, 0b1001);
+  return in.Object(kPointForceKeys, 0b1001, [&](std::size_t slot) {
+    switch (slot) {
+      case 0: return in.Text(force.pattern);
+      case 1: return in.Text(force.csys);
+      case 2: return in.Integer(force.step);
+      default: return in.Reals(force.values);
+    }
+  });
 }
 
 // A frame's distributed and point loads and an area's loads share their first keys but
 // not their order; each is read with its own list of keys.
 bool ReadDistributedLoad(Cursor& in, DistributedLoad& load) {
-  std::uint32_t given = 0;
-  return in.Object(kDistributedLoadKeys, given,
-                   [&](std::size_t slot) {
-                     switch (slot) {
-                       case 0: return in.Text(load.pattern);
-                       case 1: return in.Integer(load.type, 1, 2);
-                       case 2: return in.Text(load.csys);
-                       case 3: return in.Integer(load.dir);
-                       case 4: return in.Real(load.rd1);
-                       case 5: return in.Real(load.rd2);
-                       case 6: return in.Real(load.val1);
-                       default: return in.Real(load.val2);
-                     }
-                   }) &&
-         Has(given, 0b11111001);
+  return in.Object(kDistributedLoadKeys, 0b11111001, [&](std::size_t slot) {
+    switch (slot) {
+      case 0: return in.Text(load.pattern);
+      case 1: return in.Integer(load.type, 1, 2);
+      case 2: return in.Text(load.csys);
+      case 3: return in.Integer(load.dir);
+      case 4: return in.Real(load.rd1);
+      case 5: return in.Real(load.rd2);
+      case 6: return in.Real(load.val1);
+      default: return in.Real(load.val2);
+    }
+  });
 }
 
 bool ReadFramePointLoad(Cursor& in, FramePointLoad& load) {
-  std::uint32_t given = 0;
-  return in.Object(kFramePointLoadKeys, given,
-                   [&](std::size_t slot) {
-                     switch (slot) {
-                       case 0: return in.Text(load.pattern);
-                       case 1: return in.Integer(load.type, 1, 2);
-                       case 2: return in.Text(load.csys);
-                       case 3: return in.Integer(load.dir);
-                       case 4: return in.Real(load.rd);
-                       default: return in.Real(load.val);
-                     }
-                   }) &&
-         Has(given, 0b111001);
+  return in.Object(kFramePointLoadKeys, 0b111001, [&](std::size_t slot) {
+    switch (slot) {
+      case 0: return in.Text(load.pattern);
+      case 1: return in.Integer(load.type, 1, 2);
+      case 2: return in.Text(load.csys);
+      case 3: return in.Integer(load.dir);
+      case 4: return in.Real(load.rd);
+      default: return in.Real(load.val);
+    }
+  });
 }
 
 template <std::size_t N>
 bool ReadAreaLoad(Cursor& in, const std::array<std::string_view, N>& keys, AreaLoad& load) {
-  std::uint32_t given = 0;
-  return in.Object(keys, given,
-                   [&](std::size_t slot) {
-                     switch (slot) {
-                       case 0: return in.Text(load.pattern);
-                       case 1: return in.Text(load.csys);
-                       case 2: return in.Integer(load.dir);
-                       case 3: return in.Real(load.value);
-                       default: return in.Integer(load.distType, 1, 2);
-                     }
-                   }) &&
-         Has(given, 0b1101);
+  return in.Object(keys, 0b1101, [&](std::size_t slot) {
+    switch (slot) {
+      case 0: return in.Text(load.pattern);
+      case 1: return in.Text(load.csys);
+      case 2: return in.Integer(load.dir);
+      case 3: return in.Real(load.value);
+      default: return in.Integer(load.distType, 1, 2);
+    }
+  });
+}
+
+// Reads the whole object at `at` and moves `at` past it; `member(in, slot)` reads the
+// value of the key at `slot`.
+template <std::size_t N, class Member>
+bool ReadObjectAt(std::string_view text, std::size_t& at,
+                  const std::array<std::string_view, N>& keys, std::uint32_t required,
+                  Member member) {
+  Cursor in(text, at);
+  if (!in.Object(keys, required, [&](std::size_t slot) { return member(in, slot); })) {
+    return false;
+  }
+  at = in.Offset();
+  return true;
 }
 
 }  // namespace
 
 bool ReadPointDirectly(std::string_view text, std::size_t& at, Point& point) {
-  Cursor in(text, at);
-  std::uint32_t given = 0;
-  const bool read =
-      in.Object(kPointKeys, given, [&](std::size_t slot) {
-        switch (slot) {
-          case 0: return in.Text(point.name);
-          case 1: return in.Real(point.x);
-          case 2: return in.Real(point.y);
-          case 3: return in.Real(point.z);
-          case 4: return in.Flags(point.restraints);
-          case 5: return in.Texts(point.constraints);
-          case 6: return in.Reals(point.mass);
-          default:
-            return in.List(point.forces,
-                           [&](PointForce& force) { return ReadPointForce(in, force); });
-        }
-      });
-  if (!read || !Has(given, 0b1111)) return false;
-  at = in.Offset();
-  return true;
+  return ReadObjectAt(text, at, kPointKeys, 0b1111, [&](Cursor& in, std::size_t slot) {
+    switch (slot) {
+      case 0: return in.Text(point.name);
+      case 1: return in.Real(point.x);
+      case 2: return in.Real(point.y);
+      case 3: return in.Real(point.z);
+      case 4: return in.Flags(point.restraints);
+      case 5: return in.Texts(point.constraints);
+      case 6: return in.Reals(point.mass);
+      default:
+        return in.List(point.forces, [&](PointForce& force) { return ReadPointForce(in, force); });
+    }
+  });
 }
 
 bool ReadFrameDirectly(std::string_view text, std::size_t& at, Frame& frame) {
-  Cursor in(text, at);
-  std::uint32_t given = 0;
-  const bool read = in.Object(kFrameKeys, given, [&](std::size_t slot) {
+  return ReadObjectAt(text, at, kFrameKeys, 0b1111, [&](Cursor& in, std::size_t slot) {
     switch (slot) {
       case 0: return in.Text(frame.name);
       case 1: return in.Text(frame.section);
       case 2: return in.Text(frame.pointI);
       case 3: return in.Text(frame.pointJ);
       case 4: return in.Real(frame.angle);
-      case 5: {
-        std::uint32_t ends = 0;
-        return in.Object(kReleaseKeys, ends, [&](std::size_t end) {
+      case 5:
+        return in.Object(kReleaseKeys, 0, [&](std::size_t end) {
           return in.Flags(end == 0 ? frame.releaseI : frame.releaseJ);
         });
-      }
       case 6:
         return in.List(frame.hinges, [&](Hinge& hinge) {
-          std::uint32_t keys = 0;
-          return in.Object(kHingeKeys, keys,
-                           [&](std::size_t key) {
-                             return key == 0 ? in.Integer(hinge.dof)
-                                             : in.Real(hinge.relativeDistance);
-                           }) &&
-                 Has(keys, 0b11);
+          return in.Object(kHingeKeys, 0b11, [&](std::size_t key) {
+            return key == 0 ? in.Integer(hinge.dof) : in.Real(hinge.relativeDistance);
+          });
         });
       case 7: return in.Real(frame.massPerLength);
       case 8:
@@ -322,15 +306,10 @@ bool ReadFrameDirectly(std::string_view text, std::size_t& at, Frame& frame) {
                        [&](FramePointLoad& load) { return ReadFramePointLoad(in, load); });
     }
   });
-  if (!read || !Has(given, 0b1111)) return false;
-  at = in.Offset();
-  return true;
 }
 
 bool ReadAreaDirectly(std::string_view text, std::size_t& at, Area& area) {
-  Cursor in(text, at);
-  std::uint32_t given = 0;
-  const bool read = in.Object(kAreaKeys, given, [&](std::size_t slot) {
+  return ReadObjectAt(text, at, kAreaKeys, 0b111, [&](Cursor& in, std::size_t slot) {
     switch (slot) {
       case 0: return in.Text(area.name);
       case 1: return in.Text(area.section);
@@ -345,29 +324,17 @@ bool ReadAreaDirectly(std::string_view text, std::size_t& at, Area& area) {
         });
     }
   });
-  if (!read || !Has(given, 0b111)) return false;
-  at = in.Offset();
-  return true;
 }
 
 bool ReadGroupDirectly(std::string_view text, std::size_t& at, Group& group) {
-  Cursor in(text, at);
-  std::uint32_t given = 0;
-  const bool read = in.Object(kGroupKeys, given, [&](std::size_t slot) {
+  return ReadObjectAt(text, at, kGroupKeys, 0b1, [&](Cursor& in, std::size_t slot) {
     if (slot == 0) return in.Text(group.name);
     return in.List(group.assignments, [&](GroupAssignment& assignment) {
-      std::uint32_t keys = 0;
-      return in.Object(kAssignmentKeys, keys,
-                       [&](std::size_t key) {
-                         return key == 0 ? in.Integer(assignment.type, 1, 7)
-                                         : in.Text(assignment.name);
-                       }) &&
-             Has(keys, 0b11);
+      return in.Object(kAssignmentKeys, 0b11, [&](std::size_t key) {
+        return key == 0 ? in.Integer(assignment.type, 1, 7) : in.Text(assignment.name);
+      });
     });
   });
-  if (!read || !Has(given, 0b1)) return false;
-  at = in.Offset();
-  return true;
 }
 
 }  // namespace vtt::model_file
