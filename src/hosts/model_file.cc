@@ -934,6 +934,8 @@ Model ReadRoot(const Checker& checker, const std::filesystem::path& baseFolder,
   return model;
 }
 
+std::atomic<std::size_t> framesThreadFromBytes{std::size_t{1} << 20};
+
 // Reads a model file of the usual shape without a tree of the whole document, which for a
 // large building would hold several times the file's size in memory and cost most of the
 // reading. Each point, frame, area and group is read straight into the model's object
@@ -967,7 +969,6 @@ class QuickModelReader {
   // only when the reading of the top level meets the frames' list exactly there. This
   // thread then steps over the list (its brackets and strings only) and goes on; the two
   // must agree on where the list ends, or the frames are read again here.
-
   struct FramesAhead {
     std::size_t start = std::string_view::npos;  // the list's '['
     std::thread thread;
@@ -1138,12 +1139,11 @@ class QuickModelReader {
     while (true) {
       if (abandon_ != nullptr && abandon_->load(std::memory_order_relaxed)) return false;
       if (items.size() == kSampleItems) ReserveFor(items, start);
-      Item direct;
       std::size_t next = at_;
-      if (readDirectly(text_, next, direct)) {
-        items.push_back(std::move(direct));
+      if (readDirectly(text_, next, items.emplace_back())) {
         at_ = next;
       } else {
+        items.pop_back();  // what the direct reader left half read
         const std::optional<std::size_t> end = JsonDocument::ParseOneAt(text_, at_, 2, item_);
         if (!end) return false;
         at_ = *end;
@@ -1214,18 +1214,12 @@ class QuickModelReader {
 
 }  // namespace
 
-namespace {
-std::atomic<std::size_t> framesThreadFromBytes{std::size_t{1} << 20};
-}  // namespace
-
 void SetFramesThreadFromBytes(std::size_t bytes) { framesThreadFromBytes = bytes; }
 std::size_t FramesThreadFromBytes() { return framesThreadFromBytes; }
 
 Model ReadModel(std::string_view text, const std::string& displayName,
                 const std::filesystem::path& baseFolder) {
-  if (text.find_first_not_of(" \t\r\n") == std::string_view::npos) {
-    throw ModelFileError(EmptyFileMessage(displayName));
-  }
+  // An empty text is no object: the full reading gives its message.
   if (std::optional<Model> model = QuickModelReader(text, displayName, baseFolder).Read()) {
     return std::move(*model);
   }
