@@ -1,7 +1,8 @@
 // The indexes behind the look-ups by label give the structure that the literal searches
 // give, byte for byte: random buildings of every mix of parts, the golden models, and the
 // accepted model files with names given twice, each transferred once through the indexes
-// and once with literal look-ups.
+// and once with literal look-ups. Likewise the structure frames and base cuts made on a
+// second thread beside the nodal masses and loads, and made in turn.
 #include <gtest/gtest.h>
 
 #include <cctype>
@@ -51,6 +52,15 @@ class LiteralLookUpsOn {
   ~LiteralLookUpsOn() { SetLiteralLookUps(false); }
 };
 
+// Every fill step in turn, whatever happens in the test.
+class FillInTurn {
+ public:
+  FillInTurn() { SetFillOnSecondThread(false); }
+  FillInTurn(const FillInTurn&) = delete;
+  FillInTurn& operator=(const FillInTurn&) = delete;
+  ~FillInTurn() { SetFillOnSecondThread(true); }
+};
+
 // Transfers the model text into `folder` (structure "S", Trelk data folder "TRELK") and
 // returns the messages and every file written.
 std::map<std::string, std::string> Transfer(const std::string& text, const fs::path& base,
@@ -68,6 +78,8 @@ std::map<std::string, std::string> Transfer(const std::string& text, const fs::p
   return FilesUnder(folder);
 }
 
+// Transfers the text as the program does, and again while an `OtherWay` lives.
+template <class OtherWay>
 void ExpectTheSameBothWays(const std::string& text, const fs::path& base) {
   TempFolder temp("literal");
   std::string indexedOutcome;
@@ -75,7 +87,7 @@ void ExpectTheSameBothWays(const std::string& text, const fs::path& base) {
   std::string literalOutcome;
   std::map<std::string, std::string> literal;
   {
-    const LiteralLookUpsOn on;
+    const OtherWay on;
     literal = Transfer(text, base, temp.Path() / "literal", literalOutcome);
   }
   EXPECT_EQ(indexedOutcome, literalOutcome);
@@ -93,6 +105,15 @@ std::string TextOf(const fs::path& file) {
   return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
+TEST(FillOnSecondThread, IsOnUnlessATestTurnsItOff) {
+  EXPECT_TRUE(FillOnSecondThread());
+  {
+    const FillInTurn inTurn;
+    EXPECT_FALSE(FillOnSecondThread());
+  }
+  EXPECT_TRUE(FillOnSecondThread());
+}
+
 TEST(LiteralLookUps, AreOffUnlessATestTurnsThemOn) {
   EXPECT_FALSE(LiteralLookUps());
   {
@@ -106,7 +127,12 @@ class LiteralLookUpsOnRandomBuildings : public ::testing::TestWithParam<std::uin
 
 TEST_P(LiteralLookUpsOnRandomBuildings, GiveTheSameStructure) {
   const std::string text = generate::BuildingText(generate::RandomBuildingOptions(GetParam()));
-  ExpectTheSameBothWays(text, kSource);
+  ExpectTheSameBothWays<LiteralLookUpsOn>(text, kSource);
+}
+
+TEST_P(LiteralLookUpsOnRandomBuildings, FillInTurnGivesTheSameStructure) {
+  const std::string text = generate::BuildingText(generate::RandomBuildingOptions(GetParam()));
+  ExpectTheSameBothWays<FillInTurn>(text, kSource);
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, LiteralLookUpsOnRandomBuildings,
@@ -116,7 +142,12 @@ class LiteralLookUpsOnModels : public ::testing::TestWithParam<std::string> {};
 
 TEST_P(LiteralLookUpsOnModels, GiveTheSameStructure) {
   const fs::path file = kSource / GetParam();
-  ExpectTheSameBothWays(TextOf(file), file.parent_path());
+  ExpectTheSameBothWays<LiteralLookUpsOn>(TextOf(file), file.parent_path());
+}
+
+TEST_P(LiteralLookUpsOnModels, FillInTurnGivesTheSameStructure) {
+  const fs::path file = kSource / GetParam();
+  ExpectTheSameBothWays<FillInTurn>(TextOf(file), file.parent_path());
 }
 
 INSTANTIATE_TEST_SUITE_P(

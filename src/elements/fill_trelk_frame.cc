@@ -32,7 +32,7 @@ class ElementsByLabel {
   ElementsByLabel(int count, Label label, Elem elem, First first)
       : elem_(static_cast<std::size_t>(count) + 1, 0),
         next_(static_cast<std::size_t>(count) + 1, 0),
-        find_([first](std::string_view text) { return first(text, 0); }) {
+        find_([first](std::string_view text, int hint) { return first(text, hint); }) {
     std::vector<int> last(static_cast<std::size_t>(count) + 1, 0);
     for (int p = 1; p <= count; ++p) {
       elem_[At(p)] = elem(p);
@@ -46,10 +46,14 @@ class ElementsByLabel {
     }
   }
 
-  // Calls `visit(elem)` for every object labelled `text`, in model order.
+  // Calls `visit(elem)` for every object labelled `text`, in model order. A group lists
+  // its objects mostly in model order, so the object after the last one found is tried
+  // first; the answer is the index's either way.
   template <class Visit>
   void ForEach(std::string_view text, Visit visit) const {
-    for (int p = find_(text); p != 0; p = next_[At(p)]) visit(elem_[At(p)]);
+    const int head = find_(text, last_ + 1);
+    if (head != 0) last_ = head;
+    for (int p = head; p != 0; p = next_[At(p)]) visit(elem_[At(p)]);
   }
 
  private:
@@ -57,7 +61,8 @@ class ElementsByLabel {
 
   std::vector<int> elem_;
   std::vector<int> next_;  // the next position with the same label, 0 after the last
-  std::function<int(std::string_view)> find_;
+  std::function<int(std::string_view, int)> find_;
+  mutable int last_ = 0;  // the position of the last object found
 };
 
 }  // namespace
@@ -76,6 +81,7 @@ void FillTrelkFrames(HostModel& host, const VaskModelObj& model, TrelkStore& sto
       [&](int p) { return model.AreaObj(p)->idTrelkElem; },
       [&](std::string_view text, int hint) { return model.AreaPositionNear(text, hint); });
 
+  int lastNode = 0;  // the position of the last point found, tried again like the objects
   std::int32_t t = 1;
   for (int g = 0; g < group_count && g < static_cast<int>(groups.size()); ++g) {
     const std::string& name = groups[static_cast<std::size_t>(g)];
@@ -94,8 +100,9 @@ void FillTrelkFrames(HostModel& host, const VaskModelObj& model, TrelkStore& sto
       const ElementsByLabel* elems = nullptr;
       switch (types[static_cast<std::size_t>(i)]) {
         case kPointObject:
-          if (const VaskNodeObj* node = model.NodeObjGet(object)) {
-            store.FrameNodeFlag.At({t, node->id})[0] = 1;
+          if (const int position = model.NodePositionNear(object, lastNode + 1); position != 0) {
+            lastNode = position;
+            store.FrameNodeFlag.At({t, model.NodeObj(position)->id})[0] = 1;
           }
           break;
         case kFrameObject:

@@ -148,6 +148,25 @@ TEST_F(StructureFrames, PointsFramesAndEveryPartOfALabelAreFlagged) {
   EXPECT_EQ(ElemFlagsSet(2), 1);
 }
 
+TEST_F(StructureFrames, AnObjectAfterTheLastOneFoundIsTakenOnlyWhenItIsTheFirstOfItsLabel) {
+  model.AddNode("N1", 9, 0, 0, DofFlags{});  // a second node N1, after N4
+  store.Nodes.Add();
+  Frame("B1", 2);
+  Frame("B2", 3);
+  Frame("B1", 5);  // follows B2, but B1 is frame 1
+  Area("W1", 6);
+  Area("W2", 7);
+  // In model order, then back to the start; B1 and N1 just after the last object found.
+  host.Group("G", {{1, "N4"}, {1, "N1"}, {2, "B2"}, {2, "B1"}, {5, "W2"}, {5, "W1"}, {2, "B2"}});
+  FillTrelkFrames(host, model, store);
+  ASSERT_EQ(store.Frames.Count(), 1);
+  EXPECT_EQ(NodeFlag(1, 5), 1);  // N4
+  EXPECT_EQ(NodeFlag(1, 2), 1);  // the first N1, not the one after N4
+  EXPECT_EQ(NodeFlag(1, 6), 0);
+  for (int e : {2, 3, 5, 6, 7}) EXPECT_EQ(ElemFlag(1, e), 1) << e;
+  EXPECT_EQ(ElemFlagsSet(1), 5);
+}
+
 TEST_F(StructureFrames, NamesAreCutAtTwentyUpToFortyThenNumbered) {
   const std::string thirty(30, 'g');
   const std::string fortyOne(41, 'h');

@@ -168,6 +168,12 @@ class VaskModelObj {
   int FramePositionGet(std::string_view label) const { return frames_.Find(label); }
   int AreaPositionGet(std::string_view label) const { return areas_.Find(label); }
   // The same answers, tried first at `hint` (VaskObjList::FindNear).
+  // Brings the nodes' label index up to date; true when look-ups of nodes then only read
+  // it, so that two threads may make them at once while no node is added or renamed.
+  bool SettleNodeLookUps() const { return nodes_.SettleLookUps(); }
+  int NodePositionNear(std::string_view label, int hint) const {
+    return nodes_.FindNear(label, hint);
+  }
   int FramePositionNear(std::string_view label, int hint) const {
     return frames_.FindNear(label, hint);
   }

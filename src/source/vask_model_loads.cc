@@ -13,7 +13,6 @@
 #include <cstddef>
 #include <initializer_list>
 #include <string>
-#include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
@@ -361,17 +360,34 @@ void VaskModelObj::ReadLoadAreas() {
 }
 
 void VaskModelObj::SpreadLoadAreas() {
-  // Every load object reaches every 4-noded area of its label, in area order. The areas of
-  // each label are gathered once, so the spreading stays linear in the size of the model.
-  std::unordered_map<std::string, std::vector<int>> areasOf;
+  // Every load object reaches every 4-noded area of its label, in area order. The 4-noded
+  // areas of a label are chained once, behind the first area of that label (of any number
+  // of nodes), so the spreading stays linear in the size of the model and needs no table
+  // of labels of its own.
+  const auto slot = [](int position) { return static_cast<std::size_t>(position); };
+  std::vector<int> firstOf(slot(AreaNum()) + 1, 0);  // by first area of a label
+  std::vector<int> lastOf(slot(AreaNum()) + 1, 0);
+  std::vector<int> nextOf(slot(AreaNum()) + 1, 0);  // by area: the next of its label
   for (int a = 1; a <= AreaNum(); ++a) {
-    if (AreaObj(a)->NumNodes == 4) areasOf[AreaObj(a)->Label].push_back(a);
+    const VaskAreaObj& area = *AreaObj(a);
+    if (area.NumNodes != 4) continue;
+    const int head = AreaPositionNear(area.Label, a);
+    if (firstOf[slot(head)] == 0) {
+      firstOf[slot(head)] = a;
+    } else {
+      nextOf[slot(lastOf[slot(head)])] = a;
+    }
+    lastOf[slot(head)] = a;
   }
+  // The load objects were made area by area, so the area after the last one found is
+  // tried first.
+  int lastHead = 0;
   for (int k = 1; k <= LoadAreaNum(); ++k) {
     const VaskLoadAreaObj& loads = *LoadAreaObj(k);
-    const auto found = areasOf.find(loads.Label);
-    if (found == areasOf.end()) continue;
-    for (const int a : found->second) {
+    const int head = AreaPositionNear(loads.Label, lastHead + 1);
+    if (head == 0) continue;
+    lastHead = head;
+    for (int a = firstOf[slot(head)]; a != 0; a = nextOf[slot(a)]) {
       const VaskAreaObj& area = *AreaObj(a);
       const NodeOwner owner{"Area", area.Label};
       std::array<double, 4> x{};

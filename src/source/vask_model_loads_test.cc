@@ -581,6 +581,39 @@ TEST(VaskModelLoadsTest, ATrianglesLoadReachesItsNodesThreeTimes) {
   EXPECT_NEAR(m.F3(centre->Label, "DEAD"), 6.75, 1e-12);
 }
 
+TEST(VaskModelLoadsTest, EveryLoadObjectOfALabelReachesEveryAreaOfThatLabel) {
+  // Two areas named "D" with a triangle between them. The host answers the first "D" for
+  // both, its corners and its loads alike: each "D" makes a load object, and each object
+  // is spread over both areas named "D" (not over the triangle's parts).
+  LoadModel m(R"("points": [{"name": "Q1", "x": 0, "y": 0, "z": 3}, {"name": "Q2", "x": 2, "y": 0, "z": 3},
+                           {"name": "Q3", "x": 2, "y": 2, "z": 3}, {"name": "Q4", "x": 0, "y": 2, "z": 3},
+                           {"name": "Q5", "x": 0, "y": 0, "z": 6}, {"name": "Q6", "x": 1, "y": 0, "z": 6},
+                           {"name": "Q7", "x": 1, "y": 1, "z": 6}, {"name": "Q8", "x": 0, "y": 1, "z": 6},
+                           {"name": "T1", "x": 5, "y": 0, "z": 0}, {"name": "T2", "x": 8, "y": 0, "z": 0},
+                           {"name": "T3", "x": 5, "y": 3, "z": 0}],
+      "areas": [{"name": "D", "section": "SH", "points": ["Q1", "Q2", "Q3", "Q4"],
+                 "uniform_loads": [{"pattern": "DEAD", "dir": 6, "value": 2}]},
+                {"name": "T", "section": "SH", "points": ["T1", "T2", "T3"]},
+                {"name": "D", "section": "SH", "points": ["Q5", "Q6", "Q7", "Q8"],
+                 "uniform_loads": [{"pattern": "DEAD", "dir": 6, "value": 5}]}],
+      )" + kPatterns);
+  ASSERT_EQ(m.model.AreaNum(), 5);
+  ASSERT_EQ(m.model.AreaObj(5)->Label, "D");
+  ASSERT_EQ(m.model.LoadAreaNum(), 2);
+  for (int k = 1; k <= 2; ++k) {
+    EXPECT_EQ(m.model.LoadAreaObj(k)->Label, "D");
+    EXPECT_EQ(m.model.LoadAreaObj(k)->Value(1), "2");
+  }
+  // A corner of Q1 to Q4: two objects on two areas, each 2 over a quarter of 4, summed in
+  // one item of the pattern.
+  ASSERT_NE(m.model.LoadNodeObjGet("Q1"), nullptr);
+  EXPECT_EQ(m.model.LoadNodeObjGet("Q1")->ItemNum, 1);
+  EXPECT_DOUBLE_EQ(m.F3("Q1", "DEAD"), 8.0);
+  EXPECT_EQ(m.model.LoadNodeObjGet("Q5"), nullptr);
+  EXPECT_EQ(m.model.LoadNodeObjGet("T1"), nullptr);
+  EXPECT_DOUBLE_EQ(m.TotalF3(), 32.0);
+}
+
 // ---- Marks of what each pattern carries ----
 
 TEST(VaskModelLoadsTest, NodalLoadMarkNeedsAComponentAbove1e6) {

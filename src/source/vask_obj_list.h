@@ -119,6 +119,17 @@ class VaskObjList {
     return 0;
   }
 
+  // Brings the label index up to the present list, so that look-ups from then on only read
+  // it (and several threads may make them at once, while nothing changes the list). False
+  // when that cannot be so: an object still without a label is examined again at every
+  // look-up.
+  bool SettleLookUps() const {
+    if (LiteralLookUps() || items_.empty()) return true;
+    if (!index_) index_ = std::make_unique<Index>();
+    CatchUp();
+    return index_->pending.empty();
+  }
+
   // The first object with exactly this label, or nullptr.
   T* Get(std::string_view label) const {
     const int position = Find(label);

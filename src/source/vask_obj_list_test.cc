@@ -118,6 +118,27 @@ TEST(VaskObjList, ClearEmptiesTheListAndItsIndex) {
   EXPECT_EQ(list.Find("Z"), 1);
 }
 
+TEST(VaskObjList, LookUpsSettleOnlyWhenEveryObjectHasALabel) {
+  VaskObjList<Labelled> list;
+  EXPECT_TRUE(list.SettleLookUps());  // nothing to look up
+  AddLabelled(list, "X");
+  Labelled* late = list.Add();
+  AddLabelled(list, "X");
+  EXPECT_FALSE(list.SettleLookUps());  // object 2 is examined again at every look-up
+  GiveLabel(late, "Y");
+  EXPECT_TRUE(list.SettleLookUps());
+  EXPECT_EQ(list.Find("Y"), 2);
+  EXPECT_EQ(list.FindNear("X", 3), 1);
+  // A removal and a rename are taken in when the look-ups settle again.
+  list.Remove(1);
+  EXPECT_TRUE(list.SettleLookUps());
+  EXPECT_EQ(list.Find("X"), 2);
+  GiveLabel(list(1), "X");
+  list.LabelsChanged();
+  EXPECT_TRUE(list.SettleLookUps());
+  EXPECT_EQ(list.FindNear("X", 2), 1);
+}
+
 TEST(VaskObjList, OutOfRangePositionsThrow) {
   VaskObjList<Labelled> list;
   list.Add();

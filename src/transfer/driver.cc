@@ -1,6 +1,8 @@
 #include "transfer/driver.h"
 
 #include <array>
+#include <atomic>
+#include <future>
 #include <memory>
 
 #include "analysis/fill_drift_and_deflection.h"
@@ -78,7 +80,31 @@ void FillCompounds(TransferRun& run) { FillTrelkCompoundComponents(*run.model, r
 
 void FillElements(TransferRun& run) { FillTrelkElements(*run.model, run.store); }
 
-void FillNodalMass(TransferRun& run) { FillTrelkNodalMass(*run.model, run.store); }
+// The structure frames and the base cuts read the source model (labels, element numbers,
+// support nodes) and the host's groups, and write only their own parts of the store: the
+// frames with their node and element flags, the cuts with their members and group flags.
+// The nodal masses and loads read and write none of these, nor ask the host anything, so
+// on a second processor the two run side by side. The nodes' label index is settled first,
+// since both sides look nodes up; the frames' and areas' indexes are the frames' side's
+// alone. Stage FillTrelkFrames waits for them, so a failure on either side surfaces where
+// it would in a run of one stage after the other; a failure of the nodal masses or loads
+// comes first, as it would.
+std::atomic<bool> fill_on_second_thread{true};
+
+void StartFramesAndCuts(TransferRun& run) {
+  if (!fill_on_second_thread) return;
+  if (!run.model->SettleNodeLookUps()) return;  // made in turn, at their own stages
+  run.frames_and_cuts = std::async(std::launch::async, [&run] {
+    FillTrelkFrames(run.host, *run.model, run.store);
+    FillTrelkSectionCuts(*run.model, run.store);
+  });
+  run.cuts_made = true;
+}
+
+void FillNodalMass(TransferRun& run) {
+  StartFramesAndCuts(run);
+  FillTrelkNodalMass(*run.model, run.store);
+}
 
 void FillLoadNodes(TransferRun& run) { FillTrelkLoadNode(*run.model, run.store); }
 
@@ -86,9 +112,18 @@ void FillLoadFrames(TransferRun& run) { FillTrelkLoadFrame(*run.model, run.store
 
 void FillSelfWeight(TransferRun& run) { FillTrelkSelfWeight(*run.model, run.store); }
 
-void FillStructureFrames(TransferRun& run) { FillTrelkFrames(run.host, *run.model, run.store); }
+void FillStructureFrames(TransferRun& run) {
+  if (run.frames_and_cuts.valid()) {
+    run.frames_and_cuts.get();
+    return;
+  }
+  FillTrelkFrames(run.host, *run.model, run.store);
+}
 
-void FillSectionCuts(TransferRun& run) { FillTrelkSectionCuts(*run.model, run.store); }
+void FillSectionCuts(TransferRun& run) {
+  if (run.cuts_made) return;
+  FillTrelkSectionCuts(*run.model, run.store);
+}
 
 void FillDrifts(TransferRun& run) { FillTrelkDrift(*run.model, run.store); }
 
@@ -133,10 +168,21 @@ constexpr std::array<TransferStage, 22> kStages = {{
 
 std::span<const TransferStage> TransferStages() { return kStages; }
 
+void SetFillOnSecondThread(bool enabled) { fill_on_second_thread = enabled; }
+
+bool FillOnSecondThread() { return fill_on_second_thread; }
+
 void RunTransfer(TransferRun& run) {
   // The source model lives from its reading to its release, and no longer.
   VaskModelObj model(run.host);
   run.model = &model;
+  // Whatever ends the run, work on a second thread ends before the source model goes.
+  struct WaitForSecondThread {
+    TransferRun& run;
+    ~WaitForSecondThread() {
+      if (run.frames_and_cuts.valid()) run.frames_and_cuts.wait();
+    }
+  } wait_for_second_thread{run};
   int number = 0;
   for (const TransferStage& stage : kStages) {
     ++number;

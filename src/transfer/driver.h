@@ -8,6 +8,7 @@
 #pragma once
 
 #include <functional>
+#include <future>
 #include <optional>
 #include <span>
 #include <string>
@@ -48,6 +49,11 @@ struct TransferRun {
   std::optional<std::string> trelk_path;
   TransferProgress progress;
   VaskModelObj* model = nullptr;  // the source model, alive from stage 2 to stage 22
+  // The structure frames and the base cuts, when they are being made on a second thread
+  // alongside the nodal masses and loads (see the fill steps in driver.cc); stage
+  // FillTrelkFrames waits for them.
+  std::future<void> frames_and_cuts{};
+  bool cuts_made = false;  // the base cuts were made with the structure frames
 };
 
 struct TransferStage {
@@ -61,6 +67,12 @@ std::span<const TransferStage> TransferStages();
 
 // Runs every stage in order.
 void RunTransfer(TransferRun& run);
+
+// Whether the structure frames and the base cuts may be made on a second thread while the
+// nodal masses and loads are filled (on unless turned off; the structure is the same either
+// way, which tests compare).
+void SetFillOnSecondThread(bool enabled);
+bool FillOnSecondThread();
 
 enum class TransformOutcome { Complete, NoModel, EmptyModel };
 
