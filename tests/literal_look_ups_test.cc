@@ -1,22 +1,28 @@
 // The indexes behind the look-ups by label give the structure that the literal searches
 // give, byte for byte: random buildings of every mix of parts, the golden models, and the
 // accepted model files with names given twice, each transferred once through the indexes
-// and once with literal look-ups. Likewise the structure frames and base cuts made on a
-// second thread beside the nodal masses and loads, and made in turn.
+// and once with literal look-ups. Likewise the work done on a second thread beside other
+// steps, and done in turn.
 #include <gtest/gtest.h>
 
 #include <cctype>
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <mutex>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
 
 #include "generate_building.h"
 #include "hosts/json_model_host.h"
 #include "source/literal_look_ups.h"
+#include "source/second_thread.h"
 #include "store/trelk_store.h"
 #include "support/expected_bytes.h"
 #include "transfer/driver.h"
@@ -52,25 +58,33 @@ class LiteralLookUpsOn {
   ~LiteralLookUpsOn() { SetLiteralLookUps(false); }
 };
 
-// Every fill step in turn, whatever happens in the test.
-class FillInTurn {
+// Every step in turn, whatever happens in the test.
+class InTurn {
  public:
-  FillInTurn() { SetFillOnSecondThread(false); }
-  FillInTurn(const FillInTurn&) = delete;
-  FillInTurn& operator=(const FillInTurn&) = delete;
-  ~FillInTurn() { SetFillOnSecondThread(true); }
+  InTurn() { SetSecondThreadWork(false); }
+  InTurn(const InTurn&) = delete;
+  InTurn& operator=(const InTurn&) = delete;
+  ~InTurn() { SetSecondThreadWork(true); }
 };
 
 // Transfers the model text into `folder` (structure "S", Trelk data folder "TRELK") and
-// returns the messages and every file written.
+// returns every file written; `outcome` receives the objects left out, in the order they
+// were told, and the messages.
 std::map<std::string, std::string> Transfer(const std::string& text, const fs::path& base,
-                                            const fs::path& folder, std::string& outcome) {
+                                            const fs::path& folder, std::string& outcome,
+                                            TransferProgress progress = {}) {
   fs::create_directories(folder / "S");
   const std::unique_ptr<JsonModelHost> host = JsonModelHost::FromText(text, "model.json", base);
   TrelkStore store;
   CollectedMessages messages;
+  std::mutex told;  // notes of a second thread that failed to hold them would race
+  progress.on_drop = [&outcome, &told](const DropNote& note) {
+    const std::lock_guard<std::mutex> lock(told);
+    outcome += "left out: " + note.kind + " " + note.name + ": " + note.reason + "\n";
+  };
   try {
-    Transform(host.get(), store, messages, folder.string(), "S", (folder / "TRELK").string());
+    Transform(host.get(), store, messages, folder.string(), "S", (folder / "TRELK").string(),
+              progress);
   } catch (const std::exception& failure) {
     outcome = std::string("stopped: ") + failure.what();
   }
@@ -105,13 +119,13 @@ std::string TextOf(const fs::path& file) {
   return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
-TEST(FillOnSecondThread, IsOnUnlessATestTurnsItOff) {
-  EXPECT_TRUE(FillOnSecondThread());
+TEST(SecondThreadWork, IsOnUnlessATestTurnsItOff) {
+  EXPECT_TRUE(SecondThreadWork());
   {
-    const FillInTurn inTurn;
-    EXPECT_FALSE(FillOnSecondThread());
+    const InTurn inTurn;
+    EXPECT_FALSE(SecondThreadWork());
   }
-  EXPECT_TRUE(FillOnSecondThread());
+  EXPECT_TRUE(SecondThreadWork());
 }
 
 TEST(LiteralLookUps, AreOffUnlessATestTurnsThemOn) {
@@ -123,6 +137,61 @@ TEST(LiteralLookUps, AreOffUnlessATestTurnsThemOn) {
   EXPECT_FALSE(LiteralLookUps());
 }
 
+// Objects left out by stages on both sides of the second thread: a frame load in a local
+// system (stages 11 and 12, this thread), an area load in a local system (stage 14, the
+// second thread), a frame of aluminium (stage 20, the second thread), a hinge in the middle
+// of a frame (stage 27, this thread). They are told in the order of the stages.
+const char* const kModelWithDropsOnBothSides = R"({"format": "vask-model", "version": 1, "units": 6,
+  "materials": [{"name": "C", "type": 2, "weight_per_volume": 24},
+                {"name": "AL", "type": 3, "weight_per_volume": 27}],
+  "frame_sections": [{"name": "FS", "type": 8, "material": "C"},
+                     {"name": "AT", "type": 7, "material": "AL"}],
+  "area_sections": [{"name": "SH", "shell_type": 1, "material": "C",
+                     "membrane_thickness": 0.2, "bending_thickness": 0.2}],
+  "points": [{"name": "P1", "x": 0, "y": 0, "z": 0, "restraints": [true, true, true, true, true, true]},
+             {"name": "P2", "x": 4, "y": 0, "z": 0, "restraints": [true, true, true, true, true, true]},
+             {"name": "P3", "x": 4, "y": 0, "z": 3}, {"name": "P4", "x": 0, "y": 0, "z": 3},
+             {"name": "P5", "x": 0, "y": 4, "z": 3}, {"name": "P6", "x": 4, "y": 4, "z": 3}],
+  "frames": [{"name": "C1", "section": "FS", "i": "P1", "j": "P4",
+              "hinges": [{"dof": 6, "relative_distance": 0.5}]},
+             {"name": "B1", "section": "FS", "i": "P4", "j": "P3",
+              "distributed_loads": [{"pattern": "DEAD", "csys": "Local", "dir": 2, "rd1": 0, "rd2": 1, "val1": 1, "val2": 1}],
+              "point_loads": [{"pattern": "DEAD", "csys": "Local", "dir": 2, "rd": 0.5, "val": 1}]},
+             {"name": "AL1", "section": "AT", "i": "P2", "j": "P3"}],
+  "areas": [{"name": "S1", "section": "SH", "points": ["P4", "P3", "P6", "P5"],
+             "uniform_loads": [{"pattern": "DEAD", "csys": "Local", "dir": 3, "value": 2}]}],
+  "load_patterns": [{"name": "DEAD", "self_weight_multiplier": 1}]})";
+
+TEST(SecondThreadWork, ObjectsLeftOutAreToldInTheOrderOfTheStages) {
+  TempFolder temp("notes");
+  std::string onTwoThreads;
+  // The first thread lingers at the start of stage 11, so that the second reads the area
+  // loads (stage 14) before the frames' loads are read: their notes must wait their turn.
+  TransferProgress lingering;
+  lingering.on_read_stage = [](int stage, std::string_view) {
+    if (stage == 11) std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  };
+  Transfer(kModelWithDropsOnBothSides, kSource, temp.Path() / "two", onTwoThreads, lingering);
+  std::string inTurn;
+  {
+    const InTurn on;
+    Transfer(kModelWithDropsOnBothSides, kSource, temp.Path() / "one", inTurn);
+  }
+  EXPECT_EQ(onTwoThreads, inTurn);
+  const std::vector<std::string> inOrder = {"left out: frame distributed load B1 (DEAD)",
+                                            "left out: frame point load B1 (DEAD)",
+                                            "left out: area load S1",
+                                            "left out: frame AL1",
+                                            "left out: hinge C1"};
+  std::size_t at = 0;
+  for (const std::string& note : inOrder) {
+    const std::size_t found = onTwoThreads.find(note, at);
+    ASSERT_NE(found, std::string::npos) << note << " not found after " << at << " in\n"
+                                        << onTwoThreads;
+    at = found + note.size();
+  }
+}
+
 class LiteralLookUpsOnRandomBuildings : public ::testing::TestWithParam<std::uint64_t> {};
 
 TEST_P(LiteralLookUpsOnRandomBuildings, GiveTheSameStructure) {
@@ -130,9 +199,9 @@ TEST_P(LiteralLookUpsOnRandomBuildings, GiveTheSameStructure) {
   ExpectTheSameBothWays<LiteralLookUpsOn>(text, kSource);
 }
 
-TEST_P(LiteralLookUpsOnRandomBuildings, FillInTurnGivesTheSameStructure) {
+TEST_P(LiteralLookUpsOnRandomBuildings, InTurnGivesTheSameStructure) {
   const std::string text = generate::BuildingText(generate::RandomBuildingOptions(GetParam()));
-  ExpectTheSameBothWays<FillInTurn>(text, kSource);
+  ExpectTheSameBothWays<InTurn>(text, kSource);
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, LiteralLookUpsOnRandomBuildings,
@@ -145,9 +214,9 @@ TEST_P(LiteralLookUpsOnModels, GiveTheSameStructure) {
   ExpectTheSameBothWays<LiteralLookUpsOn>(TextOf(file), file.parent_path());
 }
 
-TEST_P(LiteralLookUpsOnModels, FillInTurnGivesTheSameStructure) {
+TEST_P(LiteralLookUpsOnModels, InTurnGivesTheSameStructure) {
   const fs::path file = kSource / GetParam();
-  ExpectTheSameBothWays<FillInTurn>(TextOf(file), file.parent_path());
+  ExpectTheSameBothWays<InTurn>(TextOf(file), file.parent_path());
 }
 
 INSTANTIATE_TEST_SUITE_P(

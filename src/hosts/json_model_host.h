@@ -7,6 +7,8 @@
 // hundreds of thousands of points answers as fast as it is asked.
 #pragma once
 
+#include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -47,6 +49,9 @@ class JsonModelHost final : public HostModel {
   // Releases the points, frames and areas with their indexes and connectivity, most of the
   // memory of a large model; a later question about them is a logic error and throws.
   void SourceModelRead() override;
+
+  // The answers come from the model read from the file, which no question changes.
+  bool AnswersFromTwoThreads() const override { return true; }
 
   // ---- Constraints ----
   int GetConstraintNameList(int& count, Names& names) override;
@@ -201,9 +206,10 @@ class JsonModelHost final : public HostModel {
     bool IsFirst(std::size_t position) const {
       return position < first_.size() && first_[position] != 0;
     }
-    // The position of the last answer that went through FindNear, or kAbsent.
-    std::size_t LastFound() const { return lastFound_; }
-    void SetLastFound(std::size_t position) const { lastFound_ = position; }
+    // The position of the last answer that went through FindNear, or kAbsent. Two threads
+    // may ask at once: whatever position either left there is checked before it is taken.
+    std::size_t LastFound() const { return lastFound_.Get(); }
+    void SetLastFound(std::size_t position) const { lastFound_.Set(position); }
 
    private:
     struct Slot {
@@ -218,7 +224,22 @@ class JsonModelHost final : public HostModel {
     std::vector<Slot> slots_;  // a power of two in size, at most half full
     std::size_t used_ = 0;
     std::vector<std::uint8_t> first_;  // by position: 1 for the first entry of its name
-    mutable std::size_t lastFound_ = kAbsent;
+    // A position that threads share without order: each reads some position once found.
+    class SharedPosition {
+     public:
+      SharedPosition() = default;
+      SharedPosition(const SharedPosition& other) : value_(other.Get()) {}
+      SharedPosition& operator=(const SharedPosition& other) {
+        Set(other.Get());
+        return *this;
+      }
+      std::size_t Get() const { return value_.load(std::memory_order_relaxed); }
+      void Set(std::size_t value) const { value_.store(value, std::memory_order_relaxed); }
+
+     private:
+      mutable std::atomic<std::size_t> value_{kAbsent};
+    };
+    SharedPosition lastFound_;
   };
 
   // One object that a point is connected to; `object` indexes frames or areas by `type`.

@@ -68,6 +68,12 @@ class HostModel {
   // The later steps ask only for groups and load cases. Does nothing by default.
   virtual void SourceModelRead() {}
 
+  // Whether questions may come from a second thread while the first thread asks others
+  // (never while a command such as AddDefaultMaterial changes the model). The transfer
+  // then asks some of them (the objects at a point, the groups) on a second processor.
+  // False by default: a live host answers on the thread that made it.
+  virtual bool AnswersFromTwoThreads() const { return false; }
+
   // ---- Units and points ----
   // The present unit code, 1 to 16 (not a status).
   virtual int GetPresentUnits() = 0;

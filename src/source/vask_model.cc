@@ -2,13 +2,16 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cmath>
 #include <cstddef>
+#include <future>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "source/process_end.h"
+#include "source/second_thread.h"
 #include "transfer/failure.h"
 
 namespace vtt {
@@ -74,9 +77,165 @@ void VaskModelObj::ReadVaskData(const ReadProgress& progress) {
   const std::span<const ReadStage> stages = ReadStages();
   for (std::size_t i = 0; i < stages.size(); ++i) {
     if (stages[i].run == nullptr) continue;
+    if (stages[i].run == &VaskModelObj::ReadFramesLoadDistributed && CanUseSecondThread() &&
+        ReadLoadsWithSecondThread(progress)) {
+      // Stages 11 to 21 are read; go on with stage 22.
+      while (i + 1 < stages.size() && stages[i + 1].run != &VaskModelObj::ReadMass) ++i;
+      continue;
+    }
     if (progress) progress(static_cast<int>(i) + 1, stages[i].name);
+    if (stages[i].run == &VaskModelObj::ReadMass) StartFrameJoins();
     (this->*stages[i].run)();
   }
+}
+
+namespace {
+
+// The observer of the thread, when it is a second thread that holds its notes.
+thread_local const DropObserver* heldNotesObserver = nullptr;
+
+// The drop notes of stages run on a second thread, held until their stages' turn.
+class HeldNotes {
+ public:
+  HeldNotes() : observer_([this](const DropNote& note) { notes_.push_back(note); }) {}
+  HeldNotes(const HeldNotes&) = delete;
+  HeldNotes& operator=(const HeldNotes&) = delete;
+
+  // Holds the notes of this thread while it lives, when someone listens for notes.
+  class Holding {
+   public:
+    Holding(HeldNotes& notes, bool listened)
+        : previous_(heldNotesObserver) {
+      if (listened) heldNotesObserver = &notes.observer_;
+    }
+    Holding(const Holding&) = delete;
+    Holding& operator=(const Holding&) = delete;
+    ~Holding() { heldNotesObserver = previous_; }
+
+   private:
+    const DropObserver* previous_;
+  };
+
+  // Gives the notes to the model's observer, in the order they were made.
+  void Release(const VaskModelObj& model) {
+    for (DropNote& note : notes_) {
+      model.NoteDrop(std::move(note.kind), std::move(note.name), std::move(note.reason));
+    }
+    notes_.clear();
+  }
+
+ private:
+  std::vector<DropNote> notes_;
+  DropObserver observer_;
+};
+
+}  // namespace
+
+void VaskModelObj::NoteDrop(std::string kind, std::string name, std::string reason) const {
+  if (const DropObserver* observer = DropObserverIfAny()) {
+    (*observer)({std::move(kind), std::move(name), std::move(reason)});
+  }
+}
+
+const DropObserver* VaskModelObj::DropObserverIfAny() const {
+  if (heldNotesObserver != nullptr) return heldNotesObserver;
+  return dropObserver_ ? &dropObserver_ : nullptr;
+}
+
+bool VaskModelObj::CanUseSecondThread() const {
+  return SecondThreadWork() && host_.AnswersFromTwoThreads() && nodes_.SettleLookUps();
+}
+
+// Stages 11 to 21 on two threads. The frames' loads (11 to 13) and the spreading of the
+// area loads (15) stay on this thread; the area loads (14), the links of sections and
+// materials (16 to 19) and the classing of frames and areas (20, 21) go to a second one,
+// in their order. Neither side reads what the other writes: the frames' loads and the
+// nodal loads on this side; the area loads, the section and material links and the
+// classes on the other (the spreading reads the areas' labels and corners, which no stage
+// here changes). Both ask the host, which answers from two threads, and look nodes up,
+// whose index is settled. Stage 15 waits for stage 14, stage 22 for the rest.
+//
+// So that nothing tells the difference, the second thread holds its drop notes until its
+// stages' turn, and its failure surfaces at that turn: a failure of stage 13 comes before
+// one of stage 14, as it would. Whatever ends the stages, the second thread is stopped
+// between stages and waited for.
+bool VaskModelObj::ReadLoadsWithSecondThread(const ReadProgress& progress) {
+  using Stage = void (VaskModelObj::*)();
+  static constexpr std::array<Stage, 11> kOrder = {
+      &VaskModelObj::ReadFramesLoadDistributed, &VaskModelObj::ReadFramesLoadPoint,
+      &VaskModelObj::CheckLoadFramePoint,       &VaskModelObj::ReadLoadAreas,
+      &VaskModelObj::SpreadLoadAreas,           &VaskModelObj::LinkFrameSectionMaterials,
+      &VaskModelObj::LinkAreaSectionMaterials,  &VaskModelObj::LinkFrameSections,
+      &VaskModelObj::LinkAreaSections,          &VaskModelObj::ClassifyFrames,
+      &VaskModelObj::ClassifyAreas};
+  const std::span<const ReadStage> stages = ReadStages();
+  std::size_t first = 0;
+  while (first < stages.size() && stages[first].run != kOrder[0]) ++first;
+  if (first + kOrder.size() > stages.size()) return false;
+  for (std::size_t k = 0; k < kOrder.size(); ++k) {
+    if (stages[first + k].run != kOrder[k]) return false;
+  }
+  const auto announce = [&](std::size_t k) {
+    if (progress) progress(static_cast<int>(first + k) + 1, stages[first + k].name);
+  };
+  const auto run = [&](std::size_t k) {
+    announce(k);
+    (this->*kOrder[k])();
+  };
+
+  // The frames' loads work in the structure's length unit, which may be asked of the host
+  // here; the second thread does not ask it.
+  PresentUnits();
+  const bool listened = static_cast<bool>(dropObserver_);
+  HeldNotes areaLoadNotes;
+  HeldNotes linkNotes;
+  std::promise<void> areaLoadsRead;
+  std::future<void> areaLoadsDone = areaLoadsRead.get_future();
+  std::atomic<bool> stop{false};
+  std::future<void> rest = std::async(std::launch::async, [&] {
+    {
+      const HeldNotes::Holding holding(areaLoadNotes, listened);
+      try {
+        ReadLoadAreas();
+        areaLoadsRead.set_value();
+      } catch (...) {
+        areaLoadsRead.set_exception(std::current_exception());
+        return;
+      }
+    }
+    const HeldNotes::Holding holding(linkNotes, listened);
+    for (std::size_t k = 5; k < kOrder.size() && !stop; ++k) (this->*kOrder[k])();
+  });
+  struct StopAndWait {
+    std::atomic<bool>& stop;
+    std::future<void>& rest;
+    ~StopAndWait() {
+      stop = true;
+      if (rest.valid()) rest.wait();
+    }
+  } stopAndWait{stop, rest};
+
+  for (std::size_t k = 0; k < 3; ++k) run(k);
+  announce(3);
+  areaLoadsDone.wait();
+  areaLoadNotes.Release(*this);
+  areaLoadsDone.get();
+  run(4);
+  announce(5);
+  rest.wait();
+  linkNotes.Release(*this);
+  for (std::size_t k = 6; k < kOrder.size(); ++k) announce(k);
+  rest.get();
+  return true;
+}
+
+void VaskModelObj::StartFrameJoins() {
+  if (AreaNum() == 0 || !CanUseSecondThread()) return;  // done in turn at stage 28
+  frameJoins_ = std::async(std::launch::async, [this] { MarkFrameJoins(); });
+}
+
+void VaskModelObj::WaitForSecondThread() {
+  if (frameJoins_.valid()) frameJoins_.wait();
 }
 
 void VaskModelObj::ReadNodes() {
@@ -131,6 +290,7 @@ VaskLoadAreaObj* VaskModelObj::AddLoadArea() { return loadAreas_.Add(); }
 VaskTHFuncObj* VaskModelObj::AddTHFuncObj() { return thFuncs_.Add(); }
 
 void VaskModelObj::Dispose() {
+  WaitForSecondThread();
   nodeTop_ = nullptr;
   nodeBot_ = nullptr;
   // At the end of the program the objects go with the process (process_end.h); the

@@ -16,6 +16,7 @@
 
 #include <array>
 #include <functional>
+#include <future>
 #include <optional>
 #include <span>
 #include <string>
@@ -267,6 +268,21 @@ class VaskModelObj {
   // Stage 28 (vask_model_areas.cc): shell nodes where frames join, and the sections of
   // the beams that tie them in.
   void DetectEmbeddedBeams();
+  // Its first pass: IsEmbed of every area corner, from the host's connectivity. It reads
+  // only areas, nodes and the host, and writes only IsEmbed, which no stage between the
+  // mass and stage 28 reads or changes, and none of them adds or renames a node; so with
+  // a host that answers from two threads it runs on a second thread from the start of the
+  // mass (StartFrameJoins), and stage 28 waits for it.
+  void MarkFrameJoins();
+  void StartFrameJoins();
+  // Whether stages may run on a second thread: allowed, a host that answers from two
+  // threads, and the nodes' look-ups settled (no node is added after stage 8).
+  bool CanUseSecondThread() const;
+  // Stages 11 to 21 with a second thread (see vask_model.cc); false, having run nothing,
+  // when the stage table is not the one this was made for.
+  bool ReadLoadsWithSecondThread(const ReadProgress& progress);
+  // Waits for work on a second thread, if any, before the objects it reads go.
+  void WaitForSecondThread();
   // Stage 16 (vask_model_sections.cc): frame and embedded sections to their materials.
   void LinkFrameSectionMaterials();
   // Stage 17 (vask_model_sections.cc): area sections to their materials, then the layer
@@ -324,11 +340,10 @@ class VaskModelObj {
   // ---- Objects left out ----
   // Told of every host object that a rule leaves out; none by default.
   void SetDropObserver(DropObserver observer) { dropObserver_ = std::move(observer); }
-  void NoteDrop(std::string kind, std::string name, std::string reason) const {
-    if (dropObserver_) dropObserver_({std::move(kind), std::move(name), std::move(reason)});
-  }
-  // The observer for the load objects' own notes; none when nobody listens.
-  const DropObserver* DropObserverIfAny() const { return dropObserver_ ? &dropObserver_ : nullptr; }
+  void NoteDrop(std::string kind, std::string name, std::string reason) const;
+  // The observer for the load objects' own notes; none when nobody listens. On a second
+  // thread, one that holds the notes until their stage's turn (ReadVaskData).
+  const DropObserver* DropObserverIfAny() const;
 
  private:
   RecordFileWriter recordFileWriter_;
@@ -362,6 +377,9 @@ class VaskModelObj {
   // Grid of the nodes 1 to its Num() for FindCoincidentNode (vask_model_areas.cc); it
   // catches up with nodes added since, and ReadAreas starts it afresh.
   mutable CoincidentPointIndex coincidentNodes_;
+  // MarkFrameJoins on a second thread. Last of the members, so that it is waited for
+  // before any list goes.
+  std::future<void> frameJoins_{};
 };
 
 }  // namespace vtt

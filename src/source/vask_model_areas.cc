@@ -282,8 +282,8 @@ void VaskModelObj::ClassifyAreas() {
   }
 }
 
-void VaskModelObj::DetectEmbeddedBeams() {
-  // Pass 1: every area, whether it gets a section or not, learns where frames join it.
+void VaskModelObj::MarkFrameJoins() {
+  // Every area, whether it gets a section or not, learns where frames join it.
   // A node is a corner of several areas; the host is asked once for each node (by its
   // position in the node list, which nothing changes here), and gives the same answer.
   ConnectivityLists connectivity;
@@ -305,6 +305,15 @@ void VaskModelObj::DetectEmbeddedBeams() {
       }
       area.IsEmbed(j) = *answer == 1;
     }
+  }
+}
+
+void VaskModelObj::DetectEmbeddedBeams() {
+  // Pass 1: where frames join the areas, unless it is being done beside the mass.
+  if (frameJoins_.valid()) {
+    frameJoins_.get();
+  } else {
+    MarkFrameJoins();
   }
 
   // Pass 2. Equal sections share one object; a section matches only sections of the same

@@ -1,7 +1,6 @@
 #include "transfer/driver.h"
 
 #include <array>
-#include <atomic>
 #include <future>
 #include <memory>
 
@@ -20,6 +19,7 @@
 #include "elements/fill_trelk_frame.h"
 #include "elements/fill_trelk_node.h"
 #include "source/host_model.h"
+#include "source/second_thread.h"
 #include "source/vask_model.h"
 #include "store/structure_files.h"
 #include "store/trelk_store.h"
@@ -84,15 +84,13 @@ void FillElements(TransferRun& run) { FillTrelkElements(*run.model, run.store); 
 // support nodes) and the host's groups, and write only their own parts of the store: the
 // frames with their node and element flags, the cuts with their members and group flags.
 // The nodal masses and loads read and write none of these, nor ask the host anything, so
-// on a second processor the two run side by side. The nodes' label index is settled first,
-// since both sides look nodes up; the frames' and areas' indexes are the frames' side's
-// alone. Stage FillTrelkFrames waits for them, so a failure on either side surfaces where
-// it would in a run of one stage after the other; a failure of the nodal masses or loads
-// comes first, as it would.
-std::atomic<bool> fill_on_second_thread{true};
-
+// on a second processor the two run side by side when the host takes questions from a
+// second thread. The nodes' label index is settled first, since both sides look nodes up;
+// the frames' and areas' indexes are the frames' side's alone. Stage FillTrelkFrames
+// waits for them, so a failure on either side surfaces where it would in a run of one
+// stage after the other; a failure of the nodal masses or loads comes first, as it would.
 void StartFramesAndCuts(TransferRun& run) {
-  if (!fill_on_second_thread) return;
+  if (!SecondThreadWork() || !run.host.AnswersFromTwoThreads()) return;
   if (!run.model->SettleNodeLookUps()) return;  // made in turn, at their own stages
   run.frames_and_cuts = std::async(std::launch::async, [&run] {
     FillTrelkFrames(run.host, *run.model, run.store);
@@ -167,10 +165,6 @@ constexpr std::array<TransferStage, 22> kStages = {{
 }  // namespace
 
 std::span<const TransferStage> TransferStages() { return kStages; }
-
-void SetFillOnSecondThread(bool enabled) { fill_on_second_thread = enabled; }
-
-bool FillOnSecondThread() { return fill_on_second_thread; }
 
 void RunTransfer(TransferRun& run) {
   // The source model lives from its reading to its release, and no longer.

@@ -68,12 +68,6 @@ std::span<const TransferStage> TransferStages();
 // Runs every stage in order.
 void RunTransfer(TransferRun& run);
 
-// Whether the structure frames and the base cuts may be made on a second thread while the
-// nodal masses and loads are filled (on unless turned off; the structure is the same either
-// way, which tests compare).
-void SetFillOnSecondThread(bool enabled);
-bool FillOnSecondThread();
-
 enum class TransformOutcome { Complete, NoModel, EmptyModel };
 
 // The guard in front of RunTransfer: "No Model" when there is no host connection, "Empty
