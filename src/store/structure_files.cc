@@ -4,7 +4,9 @@
 #include <cerrno>
 #include <cstdio>
 #include <functional>
+#include <future>
 #include <span>
+#include <utility>
 #include <stdexcept>
 #include <vector>
 
@@ -16,7 +18,7 @@
 namespace vtt {
 namespace {
 
-constexpr std::size_t kFlushThreshold = 1 << 20;
+constexpr std::size_t kFlushThreshold = 4 << 20;
 
 // The one file channel of the writer. As with a numbered file handle, a file whose write
 // failed is left open, so every later open on the channel fails and reports its own
@@ -52,23 +54,46 @@ class FileChannel {
 };
 
 // A file being written: fields go to a buffer that is handed to the channel as it fills.
+// A full buffer is written on a second thread while the next one fills, so that the
+// copying of half a gigabyte into the system runs beside the making of the records; the
+// channel takes one buffer at a time, in order, and none after a failed one. A failure is
+// found when the next buffer is handed over, and nothing more of the file is written.
 class FileOut {
  public:
   explicit FileOut(FileChannel& channel) : channel_(channel), writer_(buffer_) {}
+  FileOut(const FileOut&) = delete;
+  FileOut& operator=(const FileOut&) = delete;
+  ~FileOut() {
+    if (writing_.valid()) writing_.wait();
+  }
 
   BinaryWriter& W() { return writer_; }
 
   void Flush(bool force = false) {
     if (!force && buffer_.size() < kFlushThreshold) return;
-    if (!channel_.Write(buffer_)) throw WriteFailed();
-    buffer_.clear();
+    WaitForWriting();
+    if (force) {
+      if (!channel_.Write(buffer_)) throw WriteFailed();
+      buffer_.clear();
+      return;
+    }
+    std::swap(buffer_, writing_bytes_);  // the writer keeps filling buffer_
+    writing_ = std::async(std::launch::async, [this] { return channel_.Write(writing_bytes_); });
   }
 
   struct WriteFailed {};
 
  private:
+  void WaitForWriting() {
+    if (!writing_.valid()) return;
+    if (!writing_.get()) throw WriteFailed();
+    writing_bytes_.clear();
+  }
+
   FileChannel& channel_;
   std::vector<std::uint8_t> buffer_;
+  std::vector<std::uint8_t> writing_bytes_;  // the buffer being written, if any
+  std::future<bool> writing_;
   BinaryWriter writer_;
 };
 

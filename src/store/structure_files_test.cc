@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
+#include "store/node_records.h"
+#include "store/structure_reader.h"
 #include "store/trelk_store.h"
 #include "support/expected_bytes.h"
 #include "transfer/messages.h"
@@ -315,6 +319,61 @@ TEST(StructureFiles, AWriteFailureLeavesTheChannelBusySoEveryLaterFileFailsToOpe
               std::string::npos);
   }
   EXPECT_FALSE(fs::exists(temp.Path() / "Full" / "TRKDS"));
+}
+
+// A store whose S file takes several of the writer's buffers: 200,000 nodes of 84 bytes,
+// node k at X = k.
+void PrepareLargeStore(TrelkStore& store, const fs::path& root, const std::string& name) {
+  PrepareStore(store, root, name);
+  while (store.Nodes.Count() < 200000) store.AddTrelkNode();
+  for (std::int32_t k = 1; k <= store.Nodes.Count(); ++k) {
+    store.Nodes.Record(k).SetReal(node_rec::X, static_cast<double>(k));
+  }
+}
+
+TEST(StructureFiles, AFileOfManyBuffersIsWrittenWholeAndInOrder) {
+  TempFolder temp("large");
+  TrelkStore store;
+  PrepareLargeStore(store, temp.Path(), "Large");
+  CollectedMessages messages;
+  const fs::path folder = WriteStructure(store, temp, "Large", messages);
+  EXPECT_TRUE(messages.messages.empty());
+  const auto bytes = ReadFileBytes(folder / "TRKDS");
+  ASSERT_GT(bytes.size(), 16u << 20);
+  // The node records follow the header of 146 bytes, each at its place.
+  for (std::int32_t k = 1; k <= store.Nodes.Count(); ++k) {
+    const std::size_t at = 146 + 84 * static_cast<std::size_t>(k - 1) + 8;
+    double x = 0.0;
+    std::memcpy(&x, bytes.data() + at, sizeof x);
+    ASSERT_EQ(x, static_cast<double>(k)) << "node " << k;
+  }
+  // The reader walks the file to its end.
+  struct NoRecords : RecordSink {
+    bool Wants(std::string_view) const override { return false; }
+    void Take(const ReadSection&, const ReadRecord&) override {}
+  } none;
+  const ReadFile read = StreamStructureFile("S", folder / "TRKDS", none);
+  EXPECT_FALSE(read.truncated.has_value());
+  EXPECT_TRUE(read.unreadable.empty());
+  EXPECT_EQ(read.end, bytes.size());
+}
+
+TEST(StructureFiles, AWriteFailureInsideALargeFileIsReportedOnce) {
+  if (!fs::exists("/dev/full")) GTEST_SKIP() << "needs a device that refuses writes";
+  TempFolder temp("fulllarge");
+  TrelkStore store;
+  PrepareLargeStore(store, temp.Path(), "Full");
+  fs::create_directories(temp.Path() / "Full");
+  fs::create_symlink("/dev/full", temp.Path() / "Full" / "TRKDS");
+  CollectedMessages messages;
+  WriteTrelkStructure(store, "TRKD", true, 0, messages);
+  ASSERT_EQ(messages.messages.size(), 1u);
+  EXPECT_EQ(messages.messages[0].title, "Can Not Write To An Essential File");
+  EXPECT_NE(messages.messages[0].text.find("File name = TRKDS\n"), std::string::npos);
+  EXPECT_EQ(store.WriteOkFlag, 0);
+  for (const char* file : {"TRKDA", "TRKDULS", "TRKDPO", "TRKDPOA", "TRKDPOF", "TRKDL"}) {
+    EXPECT_GT(fs::file_size(temp.Path() / "Full" / file), 0u) << file;
+  }
 }
 
 TEST(StructureFiles, HeaderArgumentIsWrittenAtOffset98) {
