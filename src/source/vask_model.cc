@@ -323,6 +323,13 @@ int VaskModelObj::NodeIdGet(std::string_view label) const {
   return node == nullptr ? -1 : node->id;
 }
 
+int VaskModelObj::NodeIdFrom(std::string_view label, std::initializer_list<int> hints) const {
+  for (const int hint : hints) {
+    if (nodes_.AnswersAt(label, PositionOfId(hint))) return nodes_(PositionOfId(hint))->id;
+  }
+  return NodeIdGet(label);
+}
+
 VaskNodeObj* VaskModelObj::NodeObjGet(std::string_view label) const { return nodes_.Get(label); }
 
 VaskLoadNodeObj* VaskModelObj::LoadNodeObjGet(std::string_view label) const {
@@ -386,7 +393,7 @@ const VaskNodeObj& VaskModelObj::RequiredNode(std::string_view label, const Node
 }
 
 VaskNodeObj* VaskModelObj::NodeObjNear(std::string_view label, int hint) const {
-  const int position = nodes_.FindNear(label, hint);
+  const int position = nodes_.FindNear(label, PositionOfId(hint));
   return position == 0 ? nullptr : nodes_(position);
 }
 

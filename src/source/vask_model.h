@@ -17,6 +17,7 @@
 #include <array>
 #include <functional>
 #include <future>
+#include <initializer_list>
 #include <optional>
 #include <span>
 #include <string>
@@ -153,14 +154,21 @@ class VaskModelObj {
     bool quoted = true;      // false: the label follows the kind bare ("Frame B12")
     std::string Text() const;
   };
-  // `hint`: the position the node is expected at (a frame's NodeI, an area's idNodes), which
-  // spares the search when it holds; any other value costs only the search.
+  // `hint`: the id the node is expected to have (a frame's NodeI, an area's idNodes), which
+  // spares the search when it holds; any other value costs only the search. A node's id
+  // is its position plus 1 (AddNode), the place of its record in the structure.
   const VaskNodeObj& RequiredNode(std::string_view label, const NodeOwner& owner,
                                   int hint = 0) const;
   // NodeObjGet with the same kind of hint.
   VaskNodeObj* NodeObjNear(std::string_view label, int hint) const;
   // The id of the first node with the label, or -1.
   int NodeIdGet(std::string_view label) const;
+  // The same, tried first at each id of `hints` in turn (VaskObjList::AnswersAt): a
+  // reader that meets nodes in a regular order guesses which one comes next.
+  int NodeIdFrom(std::string_view label, std::initializer_list<int> hints) const;
+  // Where the node of an id would be: ids are positions plus 1. Only a guess for look-ups,
+  // which check it.
+  static int PositionOfId(int id) { return id - 1; }
   VaskNodeObj* NodeObjGet(std::string_view label) const;
   VaskLoadNodeObj* LoadNodeObjGet(std::string_view label) const;
   VaskTHFuncObj* THFuncObjGet(std::string_view label) const;

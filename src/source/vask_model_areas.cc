@@ -134,6 +134,8 @@ void VaskModelObj::ReadAreas() {
   const auto of = [](const VaskNodeObj& node) { return std::make_pair(node.Label, node.id); };
 
   const int num = std::min(count, static_cast<int>(names.size()));
+  // Areas come mostly in rows: each corner lies one node on from that of the area before.
+  std::array<int, 4> lastCorners{};
   for (int i = 0; i < num; ++i) {
     const std::string& name = names[static_cast<std::size_t>(i)];
     host_.GetAreaSection(name, section);
@@ -156,7 +158,11 @@ void VaskModelObj::ReadAreas() {
       // An unknown point keeps the id -1; NormaliseAreaNodes then stops the run naming
       // the area.
       AreaNodes nodes;
-      for (std::size_t j = 0; j < 4; ++j) nodes[j] = {points[j], NodeIdGet(points[j])};
+      for (std::size_t j = 0; j < 4; ++j) {
+        const int id = NodeIdFrom(points[j], {lastCorners[j] + 1, lastCorners[j]});
+        nodes[j] = {points[j], id};
+        lastCorners[j] = id;
+      }
       addArea(name, section, nodes);
     } else if (numPoints == 3) {
       const NodeOwner owner{"Area", name};

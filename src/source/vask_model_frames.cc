@@ -72,6 +72,10 @@ void VaskModelObj::ReadFrames() {
   double angle = 0.0;
   bool advanced = false;
   const int num = std::min(count, static_cast<int>(names.size()));
+  // Frames come mostly in rows: a frame's ends lie one node on from those of the frame
+  // before it, or it starts where that one ended.
+  int lastI = 0;
+  int lastJ = 0;
   for (int i = 0; i < num; ++i) {
     const std::string& name = names[static_cast<std::size_t>(i)];
     host_.GetFrameSection(name, section, autoSelect);
@@ -86,8 +90,10 @@ void VaskModelObj::ReadFrames() {
     frame.PropFrameSectName = section;
     frame.LabelNodeI = pointI;
     frame.LabelNodeJ = pointJ;
-    frame.NodeI = NodeIdGet(pointI);
-    frame.NodeJ = NodeIdGet(pointJ);
+    frame.NodeI = NodeIdFrom(pointI, {lastI + 1, lastJ});
+    frame.NodeJ = NodeIdFrom(pointJ, {lastJ + 1, frame.NodeI + (lastJ - lastI)});
+    lastI = frame.NodeI;
+    lastJ = frame.NodeJ;
     host_.GetFrameLocalAngle(name, angle, advanced);
     frame.Angle = angle;
   }

@@ -289,6 +289,22 @@ TEST_F(VaskModelObjTest, DuplicateLabelsTheFirstWinsInEveryLookUp) {
   EXPECT_EQ(model.ConstraintFind("D"), model.ConstraintObj(1));
 }
 
+TEST_F(VaskModelObjTest, GuessedIdsAreTakenOnlyWhenTheyAreTheAnswer) {
+  Node("A", 0, 0, 0);  // id 2
+  Node("B", 1, 0, 0);  // id 3
+  Node("A", 2, 0, 0);  // id 4, after the first A
+  EXPECT_EQ(model.NodeIdFrom("B", {3}), 3);
+  EXPECT_EQ(model.NodeIdFrom("B", {2, 4, 99, -1, 0}), 3);  // guesses that miss
+  EXPECT_EQ(model.NodeIdFrom("A", {4}), 2);                // not the first A
+  EXPECT_EQ(model.NodeIdFrom("Z", {2, 3}), -1);
+  EXPECT_EQ(model.NodeObjNear("B", 3), model.NodeObj(2));
+  EXPECT_EQ(model.NodeObjNear("A", 4), model.NodeObj(1));
+  EXPECT_EQ(model.NodeObjNear("A", 2), model.NodeObj(1));
+  EXPECT_EQ(model.NodeObjNear("Z", 2), nullptr);
+  EXPECT_EQ(&model.RequiredNode("B", {"Frame", "F1"}, 3), model.NodeObj(2));
+  EXPECT_THROW(model.RequiredNode("Z", {"Frame", "F1"}, 3), TransferFailure);
+}
+
 TEST_F(VaskModelObjTest, EachLookUpSearchesItsOwnList) {
   Node("X", 0, 0, 0);
   model.AddPropMaterial()->Label = "M";

@@ -102,13 +102,19 @@ class VaskObjList {
   // is the first to carry it, that is the answer, found without touching the table. A frame
   // keeps the positions of its end nodes, and asks for them by label again and again.
   int FindNear(std::string_view label, int hint) const {
-    if (hint >= 1 && hint <= Num() && !label.empty() && index_ && !LiteralLookUps()) {
-      CatchUp();
-      if (index_->IsFirst(hint) && items_[static_cast<std::size_t>(hint - 1)]->Label == label) {
-        return hint;
-      }
+    return AnswersAt(label, hint) ? hint : Find(label);
+  }
+
+  // Whether Find answers `position` for the label, told without touching the table: the
+  // object there carries the label and is the first to carry it. False also when that
+  // cannot be told so (no index yet, literal look-ups).
+  bool AnswersAt(std::string_view label, int position) const {
+    if (position < 1 || position > Num() || label.empty() || !index_ || LiteralLookUps()) {
+      return false;
     }
-    return Find(label);
+    CatchUp();
+    return index_->IsFirst(position) &&
+           items_[static_cast<std::size_t>(position - 1)]->Label == label;
   }
 
   // The same answer by the literal search from position 1.

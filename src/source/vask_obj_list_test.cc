@@ -139,6 +139,24 @@ TEST(VaskObjList, LookUpsSettleOnlyWhenEveryObjectHasALabel) {
   EXPECT_EQ(list.FindNear("X", 2), 1);
 }
 
+TEST(VaskObjList, AnswersAtOnlyThePositionFindAnswers) {
+  VaskObjList<Labelled> list;
+  AddLabelled(list, "X");
+  AddLabelled(list, "Y");
+  AddLabelled(list, "X");
+  EXPECT_FALSE(list.AnswersAt("X", 1));  // no index yet: not told without the table
+  EXPECT_EQ(list.Find("X"), 1);
+  EXPECT_TRUE(list.AnswersAt("X", 1));
+  EXPECT_TRUE(list.AnswersAt("Y", 2));
+  EXPECT_FALSE(list.AnswersAt("X", 3));  // a later X
+  EXPECT_FALSE(list.AnswersAt("Y", 1));
+  EXPECT_FALSE(list.AnswersAt("X", 0));
+  EXPECT_FALSE(list.AnswersAt("X", 4));
+  EXPECT_FALSE(list.AnswersAt("", 1));
+  EXPECT_EQ(list.FindNear("X", 3), 1);
+  EXPECT_EQ(list.FindNear("Y", 3), 2);
+}
+
 TEST(VaskObjList, OutOfRangePositionsThrow) {
   VaskObjList<Labelled> list;
   list.Add();
