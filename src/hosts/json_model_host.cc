@@ -282,6 +282,7 @@ void JsonModelHost::SourceModelRead() {
   areaIndex_ = NameIndex();
   std::vector<std::size_t>().swap(connectionStart_);
   std::vector<Connection>().swap(connections_);
+  std::vector<std::uint32_t>().swap(frameEndPoints_);
 }
 
 template <class Item>
@@ -348,9 +349,11 @@ bool JsonModelHost::Select(const std::string& name, ItemType itemType, int objec
 }
 
 double JsonModelHost::FrameLength(const Frame& frame) const {
-  const Point* i = Find(model_.points, pointIndex_, frame.pointI);
-  const Point* j = Find(model_.points, pointIndex_, frame.pointJ);
-  return i != nullptr && j != nullptr ? Distance(*i, *j) : 0.0;
+  RequireObjects();
+  const auto f = static_cast<std::size_t>(&frame - model_.frames.data());
+  const std::uint32_t i = frameEndPoints_[2 * f];
+  const std::uint32_t j = frameEndPoints_[2 * f + 1];
+  return i != kNoPoint && j != kNoPoint ? Distance(model_.points[i], model_.points[j]) : 0.0;
 }
 
 void JsonModelHost::BuildConnectivity() {
@@ -358,7 +361,6 @@ void JsonModelHost::BuildConnectivity() {
   // of each, then a stable counting sort by point keeps that order within each point.
   std::size_t ends = 2 * model_.frames.size();
   for (const model_file::Area& area : model_.areas) ends += area.points.size();
-  constexpr std::uint32_t kNoPoint = static_cast<std::uint32_t>(-1);
   std::vector<std::uint32_t> pointOf;
   pointOf.reserve(ends);
   const auto find = [&](const std::string& pointName) {
@@ -369,6 +371,7 @@ void JsonModelHost::BuildConnectivity() {
     pointOf.push_back(find(frame.pointI));
     pointOf.push_back(find(frame.pointJ));
   }
+  frameEndPoints_.assign(pointOf.begin(), pointOf.end());
   for (const model_file::Area& area : model_.areas) {
     for (const std::string& corner : area.points) pointOf.push_back(find(corner));
   }

@@ -274,6 +274,10 @@ class JsonModelHost final : public HostModel {
   // connectionStart_[p + 1]), frames first, each kind in file order.
   std::vector<std::size_t> connectionStart_;
   std::vector<Connection> connections_;
+  // The points of the ends of frame f at 2f and 2f + 1 (the first point of each end's
+  // name), or kNoPoint: a frame's length is asked with each of its loads.
+  static constexpr std::uint32_t kNoPoint = static_cast<std::uint32_t>(-1);
+  std::vector<std::uint32_t> frameEndPoints_;
   bool objectsReleased_ = false;
 };
 

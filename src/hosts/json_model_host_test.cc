@@ -873,6 +873,32 @@ TEST_F(JsonModelHostTest, DistributedLoadOnAFrameWithAMissingPointHasZeroDistanc
   EXPECT_EQ(loads.dist2, (Reals{0}));
 }
 
+TEST(JsonModelHostLoads, AFramesLengthIsMeasuredBetweenTheFirstPointsOfItsEndNames) {
+  // Point "A" is given twice: the frame runs from the first A (0, 0, 0) to B (0, 0, 3),
+  // not from the second A (5, 0, 0).
+  const auto model = JsonModelHost::FromText(
+      R"({"format": "vask-model", "version": 1, "units": 6,
+          "points": [{"name": "A", "x": 0, "y": 0, "z": 0}, {"name": "A", "x": 5, "y": 0, "z": 0},
+                     {"name": "B", "x": 0, "y": 0, "z": 3}],
+          "frames": [{"name": "F", "section": "S", "i": "A", "j": "B",
+                      "distributed_loads": [{"pattern": "P", "dir": 10, "rd1": 0.5, "rd2": 1,
+                                             "val1": 1, "val2": 1}],
+                      "point_loads": [{"pattern": "P", "dir": 10, "rd": 0.25, "val": 1}]}]})",
+      "twice.json", "/models");
+  DistributedLoads loads;
+  EXPECT_EQ(loads.Get(*model, "F", ItemType::Object), 0);
+  EXPECT_EQ(loads.dist1, (Reals{1.5}));
+  EXPECT_EQ(loads.dist2, (Reals{3}));
+  int count = 0;
+  Names frames, patterns, csys;
+  Ints types, dirs;
+  Reals relative, absolute, values;
+  EXPECT_EQ(model->GetFramePointLoads("F", ItemType::Object, count, frames, patterns, types, csys,
+                                      dirs, relative, absolute, values),
+            0);
+  EXPECT_EQ(absolute, (Reals{0.75}));
+}
+
 TEST_F(JsonModelHostTest, DistributedLoadsOfGroupsAndUnknownNames) {
   DistributedLoads loads;
   EXPECT_EQ(loads.Get(*host, "ALL", ItemType::Group), 0);
