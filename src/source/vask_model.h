@@ -171,6 +171,11 @@ class VaskModelObj {
   static int PositionOfId(int id) { return id - 1; }
   VaskNodeObj* NodeObjGet(std::string_view label) const;
   VaskLoadNodeObj* LoadNodeObjGet(std::string_view label) const;
+  // The position of the first nodal load object with the label, or 0, tried first at
+  // `hint` (VaskObjList::FindNear).
+  int LoadNodePositionNear(std::string_view label, int hint) const {
+    return loadNodes_.FindNear(label, hint);
+  }
   VaskTHFuncObj* THFuncObjGet(std::string_view label) const;
   VaskFrameObj* FrameObjGet(std::string_view label) const;
   // Positions (from 1) of the first frame and the first area with the label, or 0.

@@ -382,6 +382,8 @@ void VaskModelObj::SpreadLoadAreas() {
   // The load objects were made area by area, so the area after the last one found is
   // tried first.
   int lastHead = 0;
+  // By node id: where that node's nodal load object was found or made last, tried first.
+  std::vector<int> loadOfNode;
   for (int k = 1; k <= LoadAreaNum(); ++k) {
     const VaskLoadAreaObj& loads = *LoadAreaObj(k);
     const int head = AreaPositionNear(loads.Label, lastHead + 1);
@@ -393,11 +395,13 @@ void VaskModelObj::SpreadLoadAreas() {
       std::array<double, 4> x{};
       std::array<double, 4> y{};
       std::array<double, 4> z{};
+      std::array<int, 4> ids{};
       for (int j = 1; j <= 4; ++j) {
         const VaskNodeObj& node = RequiredNode(area.LabelNodes(j), owner, area.NodeHint(j));
         x[At(j - 1)] = node.x;
         y[At(j - 1)] = node.y;
         z[At(j - 1)] = node.z;
+        ids[At(j - 1)] = node.id;
       }
       double acting = QuadArea(x, y, z, false);
       const double plan = QuadArea(x, y, z, true);
@@ -408,8 +412,22 @@ void VaskModelObj::SpreadLoadAreas() {
         const double f = loads.ValueNumber(t) * acting / 4.0;
         for (int j = 1; j <= 4; ++j) {
           const std::string& nodeLabel = area.LabelNodes(j);
-          VaskLoadNodeObj* nodeLoads = LoadNodeObjGet(nodeLabel);
-          if (nodeLoads == nullptr) nodeLoads = AddLoadNode();
+          // The node found for this label carries it, so its id keys the label here.
+          const int id = ids[At(j - 1)];
+          if (id >= 0 && loadOfNode.size() <= static_cast<std::size_t>(id)) {
+            loadOfNode.resize(std::max(static_cast<std::size_t>(id) + 1,
+                                       static_cast<std::size_t>(NodeNum()) + 2), 0);
+          }
+          int* known = id >= 0 ? &loadOfNode[static_cast<std::size_t>(id)] : nullptr;
+          int position = LoadNodePositionNear(nodeLabel, known != nullptr ? *known : 0);
+          VaskLoadNodeObj* nodeLoads = nullptr;
+          if (position == 0) {
+            nodeLoads = AddLoadNode();
+            position = LoadNodeNum();
+          } else {
+            nodeLoads = LoadNodeObj(position);
+          }
+          if (known != nullptr) *known = position;
           nodeLoads->SetLoadNode(nodeLabel, loads.LoadPattern(t), 0.0, 0.0, f, 0.0, 0.0, 0.0);
         }
       }
