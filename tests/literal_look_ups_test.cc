@@ -137,10 +137,11 @@ TEST(LiteralLookUps, AreOffUnlessATestTurnsThemOn) {
   EXPECT_FALSE(LiteralLookUps());
 }
 
-// Objects left out by stages on both sides of the second thread: a frame load in a local
-// system (stages 11 and 12, this thread), an area load in a local system (stage 14, the
-// second thread), a frame of aluminium (stage 20, the second thread), a hinge in the middle
-// of a frame (stage 27, this thread). They are told in the order of the stages.
+// Objects left out by stages on both sides of the second thread: frame loads in a local
+// system (stages 11 and 12: B1 on this thread, AL1, the last frame, on the second), an area
+// load in a local system (stage 14, the second thread), a frame of aluminium (stage 20, the
+// second thread), a hinge in the middle of a frame (stage 27, this thread). They are told
+// in the order of the stages, and of the frames within a stage.
 const char* const kModelWithDropsOnBothSides = R"({"format": "vask-model", "version": 1, "units": 6,
   "materials": [{"name": "C", "type": 2, "weight_per_volume": 24},
                 {"name": "AL", "type": 3, "weight_per_volume": 27}],
@@ -157,7 +158,9 @@ const char* const kModelWithDropsOnBothSides = R"({"format": "vask-model", "vers
              {"name": "B1", "section": "FS", "i": "P4", "j": "P3",
               "distributed_loads": [{"pattern": "DEAD", "csys": "Local", "dir": 2, "rd1": 0, "rd2": 1, "val1": 1, "val2": 1}],
               "point_loads": [{"pattern": "DEAD", "csys": "Local", "dir": 2, "rd": 0.5, "val": 1}]},
-             {"name": "AL1", "section": "AT", "i": "P2", "j": "P3"}],
+             {"name": "AL1", "section": "AT", "i": "P2", "j": "P3",
+              "distributed_loads": [{"pattern": "DEAD", "csys": "Local", "dir": 2, "rd1": 0, "rd2": 1, "val1": 1, "val2": 1}],
+              "point_loads": [{"pattern": "DEAD", "csys": "Local", "dir": 2, "rd": 0.5, "val": 1}]}],
   "areas": [{"name": "S1", "section": "SH", "points": ["P4", "P3", "P6", "P5"],
              "uniform_loads": [{"pattern": "DEAD", "csys": "Local", "dir": 3, "value": 2}]}],
   "load_patterns": [{"name": "DEAD", "self_weight_multiplier": 1}]})";
@@ -179,7 +182,9 @@ TEST(SecondThreadWork, ObjectsLeftOutAreToldInTheOrderOfTheStages) {
   }
   EXPECT_EQ(onTwoThreads, inTurn);
   const std::vector<std::string> inOrder = {"left out: frame distributed load B1 (DEAD)",
+                                            "left out: frame distributed load AL1 (DEAD)",
                                             "left out: frame point load B1 (DEAD)",
+                                            "left out: frame point load AL1 (DEAD)",
                                             "left out: area load S1",
                                             "left out: frame AL1",
                                             "left out: hinge C1"};

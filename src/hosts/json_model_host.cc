@@ -169,6 +169,12 @@ void JsonModelHost::NameIndex::Add(std::string_view name, std::size_t position) 
   }
 }
 
+std::size_t JsonModelHost::NameIndex::ThreadPlace() {
+  static std::atomic<unsigned> threads{0};
+  thread_local const std::size_t place = threads.fetch_add(1, std::memory_order_relaxed) % 2;
+  return place;
+}
+
 std::size_t JsonModelHost::NameIndex::Find(std::string_view name) const {
   if (slots_.empty()) return kAbsent;
   const std::uint32_t hash = Hash(name);

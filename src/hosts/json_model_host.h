@@ -207,9 +207,11 @@ class JsonModelHost final : public HostModel {
       return position < first_.size() && first_[position] != 0;
     }
     // The position of the last answer that went through FindNear, or kAbsent. Two threads
-    // may ask at once: whatever position either left there is checked before it is taken.
-    std::size_t LastFound() const { return lastFound_.Get(); }
-    void SetLastFound(std::size_t position) const { lastFound_.Set(position); }
+    // may ask at once, each walking its own part of a list: each keeps its own last answer
+    // (threads take turns at two places), and whatever position is found there is checked
+    // before it is taken.
+    std::size_t LastFound() const { return lastFound_[ThreadPlace()].Get(); }
+    void SetLastFound(std::size_t position) const { lastFound_[ThreadPlace()].Set(position); }
 
    private:
     struct Slot {
@@ -239,7 +241,8 @@ class JsonModelHost final : public HostModel {
      private:
       mutable std::atomic<std::size_t> value_{kAbsent};
     };
-    SharedPosition lastFound_;
+    static std::size_t ThreadPlace();
+    SharedPosition lastFound_[2];
   };
 
   // One object that a point is connected to; `object` indexes frames or areas by `type`.

@@ -146,14 +146,17 @@ bool VaskModelObj::CanUseSecondThread() const {
   return SecondThreadWork() && host_.AnswersFromTwoThreads() && nodes_.SettleLookUps();
 }
 
-// Stages 11 to 21 on two threads. The frames' loads (11 to 13) and the spreading of the
-// area loads (15) stay on this thread; the area loads (14), the links of sections and
+// Stages 11 to 21 on two threads. The frames' loads of the first frames (11, 12), the end
+// loads moved to nodes (13) and the spreading of the area loads (15) stay on this thread;
+// the frames' loads of the last frames, the area loads (14), the links of sections and
 // materials (16 to 19) and the classing of frames and areas (20, 21) go to a second one,
-// in their order. Neither side reads what the other writes: the frames' loads and the
-// nodal loads on this side; the area loads, the section and material links and the
-// classes on the other (the spreading reads the areas' labels and corners, which no stage
-// here changes). Both ask the host, which answers from two threads, and look nodes up,
-// whose index is settled. Stage 15 waits for stage 14, stage 22 for the rest.
+// in their order. Neither side reads what the other writes: each frame's loads are its
+// own; the nodal loads stay on this side; the area loads, the section and material links
+// and the classes on the other (the spreading reads the areas' labels and corners, which
+// no stage here changes). Both ask the host, which answers from two threads, and look
+// nodes up, whose index is settled. Each part of the second thread is waited for where it
+// would have run: stage 12 waits for its stage 11 part, 13 for its 12 part, 15 for stage
+// 14, stage 22 for the rest.
 //
 // So that nothing tells the difference, the second thread holds its drop notes until its
 // stages' turn, and its failure surfaces at that turn: a failure of stage 13 comes before
@@ -187,21 +190,39 @@ bool VaskModelObj::ReadLoadsWithSecondThread(const ReadProgress& progress) {
   // here; the second thread does not ask it.
   PresentUnits();
   const bool listened = static_cast<bool>(dropObserver_);
+  // The frames' loads of stages 11 and 12 are read for the first frames here and for the
+  // last ones on the second thread (each frame's loads are its own), which then reads the
+  // area loads: about as long as the first part.
+  const int split = FrameNum() - FrameNum() * 2 / 5;
+  HeldNotes distributedNotes;
+  HeldNotes pointNotes;
   HeldNotes areaLoadNotes;
   HeldNotes linkNotes;
+  std::promise<void> distributedRead;
+  std::promise<void> pointsRead;
   std::promise<void> areaLoadsRead;
+  std::future<void> distributedDone = distributedRead.get_future();
+  std::future<void> pointsDone = pointsRead.get_future();
   std::future<void> areaLoadsDone = areaLoadsRead.get_future();
   std::atomic<bool> stop{false};
   std::future<void> rest = std::async(std::launch::async, [&] {
-    {
-      const HeldNotes::Holding holding(areaLoadNotes, listened);
+    // One part after the other, each holding its notes; a failure ends the thread.
+    const auto part = [&](HeldNotes& notes, std::promise<void>& done, auto read) {
+      const HeldNotes::Holding holding(notes, listened);
       try {
-        ReadLoadAreas();
-        areaLoadsRead.set_value();
+        if (!stop) read();
+        done.set_value();
+        return true;
       } catch (...) {
-        areaLoadsRead.set_exception(std::current_exception());
-        return;
+        done.set_exception(std::current_exception());
+        return false;
       }
+    };
+    if (!part(distributedNotes, distributedRead,
+              [&] { ReadFramesLoadDistributedOf(split + 1, FrameNum()); }) ||
+        !part(pointNotes, pointsRead, [&] { ReadFramesLoadPointOf(split + 1, FrameNum()); }) ||
+        !part(areaLoadNotes, areaLoadsRead, [&] { ReadLoadAreas(); })) {
+      return;
     }
     const HeldNotes::Holding holding(linkNotes, listened);
     for (std::size_t k = 5; k < kOrder.size() && !stop; ++k) (this->*kOrder[k])();
@@ -214,18 +235,26 @@ bool VaskModelObj::ReadLoadsWithSecondThread(const ReadProgress& progress) {
       if (rest.valid()) rest.wait();
     }
   } stopAndWait{stop, rest};
+  // The part of the second thread, its notes told after those of this thread's part.
+  const auto join = [this](std::future<void>& done, HeldNotes& notes) {
+    done.wait();
+    notes.Release(*this);
+    done.get();
+  };
 
-  for (std::size_t k = 0; k < 3; ++k) run(k);
+  announce(0);
+  ReadFramesLoadDistributedOf(1, split);
+  join(distributedDone, distributedNotes);
+  announce(1);
+  ReadFramesLoadPointOf(1, split);
+  join(pointsDone, pointNotes);
+  run(2);
   announce(3);
-  areaLoadsDone.wait();
-  areaLoadNotes.Release(*this);
-  areaLoadsDone.get();
+  join(areaLoadsDone, areaLoadNotes);
   run(4);
   announce(5);
-  rest.wait();
-  linkNotes.Release(*this);
+  join(rest, linkNotes);
   for (std::size_t k = 6; k < kOrder.size(); ++k) announce(k);
-  rest.get();
   return true;
 }
 

@@ -308,8 +308,11 @@ class VaskModelObj {
   void ReadLoadNodes();
   // Stage 11: distributed loads of every frame, superposed and sorted per pattern.
   void ReadFramesLoadDistributed();
+  // The same for frames `first` to `last` (positions), which is all stage 11 does for them.
+  void ReadFramesLoadDistributedOf(int first, int last);
   // Stage 12: point loads of every frame, sorted and folded per pattern.
   void ReadFramesLoadPoint();
+  void ReadFramesLoadPointOf(int first, int last);
   // Stage 14: uniform area loads; an area with one load the target cannot take loses all.
   void ReadLoadAreas();
   // Stage 15: each area load spread to the four corners of every 4-noded area of its label.

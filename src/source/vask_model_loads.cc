@@ -281,18 +281,22 @@ void VaskModelObj::ReadLoadNodes() {
   }
 }
 
-void VaskModelObj::ReadFramesLoadDistributed() {
+void VaskModelObj::ReadFramesLoadDistributed() { ReadFramesLoadDistributedOf(1, FrameNum()); }
+
+void VaskModelObj::ReadFramesLoadDistributedOf(int first, int last) {
   // The sorting works in the length unit of the structure.
   const auto unitLength = [this] { return PresentUnits().UnitLength; };
   FrameLoadLists lists;
-  for (int i = 1; i <= FrameNum(); ++i) {
+  for (int i = first; i <= last; ++i) {
     ReadLoadFrameDistributed(host_, *FrameObj(i), unitLength, *this, lists);
   }
 }
 
-void VaskModelObj::ReadFramesLoadPoint() {
+void VaskModelObj::ReadFramesLoadPoint() { ReadFramesLoadPointOf(1, FrameNum()); }
+
+void VaskModelObj::ReadFramesLoadPointOf(int first, int last) {
   FrameLoadLists lists;
-  for (int i = 1; i <= FrameNum(); ++i) ReadLoadFramePoint(host_, *FrameObj(i), *this, lists);
+  for (int i = first; i <= last; ++i) ReadLoadFramePoint(host_, *FrameObj(i), *this, lists);
 }
 
 void VaskModelObj::CheckLoadFramePoint() {
