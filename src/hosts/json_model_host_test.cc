@@ -847,6 +847,17 @@ struct DistributedLoads {
   }
 };
 
+struct FramePointLoads {
+  int count = -1;
+  Names frames, patterns, csys;
+  Ints types, dirs;
+  Reals relative, absolute, values;
+  int Get(HostModel& host, const std::string& name, ItemType itemType) {
+    return host.GetFramePointLoads(name, itemType, count, frames, patterns, types, csys, dirs,
+                                   relative, absolute, values);
+  }
+};
+
 TEST_F(JsonModelHostTest, DistributedLoadDistancesAreRelativeTimesFrameLength) {
   DistributedLoads loads;
   EXPECT_EQ(loads.Get(*host, "B1", ItemType::Object), 0);
@@ -889,14 +900,9 @@ TEST(JsonModelHostLoads, AFramesLengthIsMeasuredBetweenTheFirstPointsOfItsEndNam
   EXPECT_EQ(loads.Get(*model, "F", ItemType::Object), 0);
   EXPECT_EQ(loads.dist1, (Reals{1.5}));
   EXPECT_EQ(loads.dist2, (Reals{3}));
-  int count = 0;
-  Names frames, patterns, csys;
-  Ints types, dirs;
-  Reals relative, absolute, values;
-  EXPECT_EQ(model->GetFramePointLoads("F", ItemType::Object, count, frames, patterns, types, csys,
-                                      dirs, relative, absolute, values),
-            0);
-  EXPECT_EQ(absolute, (Reals{0.75}));
+  FramePointLoads points;
+  EXPECT_EQ(points.Get(*model, "F", ItemType::Object), 0);
+  EXPECT_EQ(points.absolute, (Reals{0.75}));
 }
 
 TEST_F(JsonModelHostTest, DistributedLoadsOfGroupsAndUnknownNames) {
@@ -916,32 +922,23 @@ TEST_F(JsonModelHostTest, DistributedLoadsOfGroupsAndUnknownNames) {
 }
 
 TEST_F(JsonModelHostTest, FramePointLoadsWithAbsoluteDistance) {
-  int count = 0;
-  Names frames, patterns, csys;
-  Ints types, dirs;
-  Reals relative, absolute, values;
-  EXPECT_EQ(host->GetFramePointLoads("B1", ItemType::Object, count, frames, patterns, types, csys,
-                                     dirs, relative, absolute, values),
-            0);
-  EXPECT_EQ(count, 2);
-  EXPECT_EQ(frames, N({"B1", "B1"}));
-  EXPECT_EQ(patterns, N({"DEAD", "LIVE"}));
-  EXPECT_EQ(types, (Ints{1, 2}));
-  EXPECT_EQ(csys, N({"GLOBAL", "Local"}));
-  EXPECT_EQ(dirs, (Ints{10, 3}));
-  EXPECT_EQ(relative, (Reals{0.5, 0.25}));
-  EXPECT_EQ(absolute, (Reals{2, 1}));
-  EXPECT_EQ(values, (Reals{12, -4}));
-  EXPECT_EQ(host->GetFramePointLoads("ALL", ItemType::Group, count, frames, patterns, types, csys,
-                                     dirs, relative, absolute, values),
-            0);
-  EXPECT_EQ(frames, N({"B1", "B1", "X"}));
-  EXPECT_EQ(absolute, (Reals{2, 1, 0}));
-  EXPECT_EQ(host->GetFramePointLoads("nope", ItemType::Object, count, frames, patterns, types, csys,
-                                     dirs, relative, absolute, values),
-            1);
-  EXPECT_EQ(count, 0);
-  EXPECT_TRUE(frames.empty() && absolute.empty() && values.empty());
+  FramePointLoads loads;
+  EXPECT_EQ(loads.Get(*host, "B1", ItemType::Object), 0);
+  EXPECT_EQ(loads.count, 2);
+  EXPECT_EQ(loads.frames, N({"B1", "B1"}));
+  EXPECT_EQ(loads.patterns, N({"DEAD", "LIVE"}));
+  EXPECT_EQ(loads.types, (Ints{1, 2}));
+  EXPECT_EQ(loads.csys, N({"GLOBAL", "Local"}));
+  EXPECT_EQ(loads.dirs, (Ints{10, 3}));
+  EXPECT_EQ(loads.relative, (Reals{0.5, 0.25}));
+  EXPECT_EQ(loads.absolute, (Reals{2, 1}));
+  EXPECT_EQ(loads.values, (Reals{12, -4}));
+  EXPECT_EQ(loads.Get(*host, "ALL", ItemType::Group), 0);
+  EXPECT_EQ(loads.frames, N({"B1", "B1", "X"}));
+  EXPECT_EQ(loads.absolute, (Reals{2, 1, 0}));
+  EXPECT_EQ(loads.Get(*host, "nope", ItemType::Object), 1);
+  EXPECT_EQ(loads.count, 0);
+  EXPECT_TRUE(loads.frames.empty() && loads.absolute.empty() && loads.values.empty());
 }
 
 TEST_F(JsonModelHostTest, AreaUniformLoadsWithDefaultCsys) {
