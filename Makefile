@@ -7,15 +7,17 @@ JOBS       ?= $(shell nproc 2>/dev/null || echo 2)
 EXAMPLE    ?= examples/office-building.json
 DEMO_NAME  ?= Office
 
-.PHONY: all deps build build-asan demo test fuzz clean
+.PHONY: all deps build build-asan build-bench demo test bench fuzz clean
 
 all: build
 
 deps:
 	@scripts/install-deps.sh
 
+# The program, its tests and tools; the benchmarks build apart (`make bench`), which keeps
+# `make test` within its time.
 build: deps
-	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=Release
+	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=Release -DVTT_BENCHMARKS=OFF
 	cmake --build $(BUILD) -j $(JOBS)
 
 build-asan: deps
@@ -28,6 +30,18 @@ demo: build
 	mkdir -p out
 	$(BUILD)/vask2trelk transfer $(EXAMPLE) --dir out --name $(DEMO_NAME) --trelk-path out/TRELK
 	@ls -l out/$(DEMO_NAME) out/TRELK/Records/EqkeGroup
+
+# The Google Benchmark programs (Release, in $(BENCH_BUILD)), then the whole transfer of a
+# generated building of 10,000 joints, phase by phase. `scripts/measure-transfer.sh`
+# measures larger buildings.
+BENCH_BUILD ?= build-bench
+
+build-bench: deps
+	cmake -S . -B $(BENCH_BUILD) -DCMAKE_BUILD_TYPE=Release -DVTT_BENCHMARKS=ON
+	cmake --build $(BENCH_BUILD) -j $(JOBS) --target vask2trelk_bench
+
+bench: build-bench
+	$(BENCH_BUILD)/vask2trelk_bench --benchmark_filter='^BM_Transfer/'
 
 # Under the sanitizers the unit tests run in one process a processor (a sanitized process
 # is slow to start, and ctest would start one a test); the other tests through ctest.
@@ -69,4 +83,4 @@ fuzz:
 	done
 
 clean:
-	rm -rf $(BUILD) $(ASAN_BUILD) $(FUZZ_BUILD)
+	rm -rf $(BUILD) $(ASAN_BUILD) $(BENCH_BUILD) $(FUZZ_BUILD)
