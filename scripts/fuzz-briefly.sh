@@ -12,19 +12,28 @@ build="$1"
 seconds="${2:-20}"
 inputs=("$here/examples" "$here/fuzz/corpus" "$here/fuzz/regressions" "$here"/tests/models/*/model.json)
 
-status=0
-for target in model_file_fuzz transfer_fuzz; do
-  log="$build/fuzz-briefly-$target.log"
-  crash="$build/crash-$target"
+targets=(model_file_fuzz transfer_fuzz)
+# Both targets at once, one a processor; their results are told in order.
+pids=()
+for target in "${targets[@]}"; do
   # A hang is a finding too: the run is cut off well after its time.
   timeout $((seconds * 5 + 120)) "$build/${target}_replay" --mutate "$seconds" \
-    --dict "$here/fuzz/model.dict" --crash "$crash" "${inputs[@]}" > "$log" 2>&1
+    --dict "$here/fuzz/model.dict" --crash "$build/crash-$target" "${inputs[@]}" \
+    > "$build/fuzz-briefly-$target.log" 2>&1 &
+  pids+=($!)
+done
+
+status=0
+for i in "${!targets[@]}"; do
+  target="${targets[$i]}"
+  log="$build/fuzz-briefly-$target.log"
+  wait "${pids[$i]}"
   result=$?
   if [ "$result" -eq 0 ]; then
     echo "$target: $(tail -n 1 "$log")"
   else
     status=1
-    echo "$target failed (status $result); the input is in $crash:"
+    echo "$target failed (status $result); the input is in $build/crash-$target:"
     tail -n 40 "$log"
   fi
 done
