@@ -10,6 +10,9 @@
 // benchmark, BM_Transfer/<entry>, of one iteration: a large transfer takes seconds, and
 // the point is the share of each phase and how it grows with the model. Phase times are
 // counters in seconds; run one model a process when the peak memory matters.
+//
+// With VTT_IN_TURN=1 the source model and the fill run on one thread, every stage in
+// turn: the times are then each stage's own cost, not its wait for the second thread.
 #include <benchmark/benchmark.h>
 #include <fmt/format.h>
 
@@ -32,6 +35,7 @@
 #include "hosts/file_view.h"
 #include "hosts/json_model_host.h"
 #include "hosts/model_file.h"
+#include "source/second_thread.h"
 #include "source/vask_model.h"
 #include "store/trelk_store.h"
 #include "transfer/driver.h"
@@ -250,6 +254,9 @@ std::vector<std::string> TransferModels() {
 }
 
 [[maybe_unused]] const bool kRegistered = [] {
+  if (const char* in_turn = std::getenv("VTT_IN_TURN"); in_turn != nullptr && *in_turn == '1') {
+    SetSecondThreadWork(false);
+  }
   for (const std::string& entry : TransferModels()) {
     benchmark::RegisterBenchmark(("BM_Transfer/" + entry).c_str(), BM_Transfer, entry)
         ->Iterations(1)
