@@ -86,7 +86,7 @@ std::map<std::string, std::string> Transfer(const std::string& text, const fs::p
     Transform(host.get(), store, messages, folder.string(), "S", (folder / "TRELK").string(),
               progress);
   } catch (const std::exception& failure) {
-    outcome = std::string("stopped: ") + failure.what();
+    outcome += std::string("stopped: ") + failure.what() + "\n";
   }
   for (const UserMessage& message : messages.messages) outcome += message.text + "\n";
   return FilesUnder(folder);
@@ -138,10 +138,10 @@ TEST(LiteralLookUps, AreOffUnlessATestTurnsThemOn) {
 }
 
 // Objects left out by stages on both sides of the second thread: frame loads in a local
-// system (stages 11 and 12: B1 on this thread, AL1, the last frame, on the second), an area
-// load in a local system (stage 14, the second thread), a frame of aluminium (stage 20, the
-// second thread), a hinge in the middle of a frame (stage 27, this thread). They are told
-// in the order of the stages, and of the frames within a stage.
+// system (stages 11 and 12, this thread), an area load in a local system (stage 14, the
+// second thread), a frame of aluminium (stage 20, the second thread, which classes the
+// frames before it reads the area loads), a hinge in the middle of a frame (stage 27, this
+// thread). They are told in the order of the stages, and of the frames within a stage.
 const char* const kModelWithDropsOnBothSides = R"({"format": "vask-model", "version": 1, "units": 6,
   "materials": [{"name": "C", "type": 2, "weight_per_volume": 24},
                 {"name": "AL", "type": 3, "weight_per_volume": 27}],
@@ -195,6 +195,50 @@ TEST(SecondThreadWork, ObjectsLeftOutAreToldInTheOrderOfTheStages) {
                                         << onTwoThreads;
     at = found + note.size();
   }
+}
+
+// A frame of zero length stops the transfer where its frames are classed (stage 20, on the
+// second thread, which does that first); the frame load and the area load left out before
+// it (stages 11 and 14) are told first, and the failure is that of stage 20.
+const char* const kModelStoppedOnTheSecondThread = R"({"format": "vask-model", "version": 1,
+  "units": 6,
+  "materials": [{"name": "C", "type": 2, "weight_per_volume": 24}],
+  "frame_sections": [{"name": "FS", "type": 8, "material": "C"}],
+  "area_sections": [{"name": "SH", "shell_type": 1, "material": "C",
+                     "membrane_thickness": 0.2, "bending_thickness": 0.2}],
+  "points": [{"name": "P1", "x": 0, "y": 0, "z": 0, "restraints": [true, true, true, true, true, true]},
+             {"name": "P3", "x": 4, "y": 0, "z": 3}, {"name": "P4", "x": 0, "y": 0, "z": 3},
+             {"name": "P5", "x": 0, "y": 4, "z": 3}, {"name": "P6", "x": 4, "y": 4, "z": 3},
+             {"name": "P7", "x": 0, "y": 0, "z": 3}],
+  "frames": [{"name": "B1", "section": "FS", "i": "P4", "j": "P3",
+              "distributed_loads": [{"pattern": "DEAD", "csys": "Local", "dir": 2, "rd1": 0, "rd2": 1, "val1": 1, "val2": 1}]},
+             {"name": "Z1", "section": "FS", "i": "P4", "j": "P7"}],
+  "areas": [{"name": "S1", "section": "SH", "points": ["P4", "P3", "P6", "P5"],
+             "uniform_loads": [{"pattern": "DEAD", "csys": "Local", "dir": 3, "value": 2}]}],
+  "load_patterns": [{"name": "DEAD", "self_weight_multiplier": 1}],
+  "mass_source": {"option": 1}})";
+
+TEST(SecondThreadWork, AFailureOfTheSecondThreadComesAtItsStage) {
+  TempFolder temp("stopped");
+  std::string onTwoThreads;
+  TransferProgress lingering;
+  lingering.on_read_stage = [](int stage, std::string_view) {
+    if (stage == 11) std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  };
+  Transfer(kModelStoppedOnTheSecondThread, kSource, temp.Path() / "two", onTwoThreads,
+           lingering);
+  std::string inTurn;
+  {
+    const InTurn on;
+    Transfer(kModelStoppedOnTheSecondThread, kSource, temp.Path() / "one", inTurn);
+  }
+  EXPECT_EQ(onTwoThreads, inTurn);
+  EXPECT_EQ(onTwoThreads,
+            "left out: frame distributed load B1 (DEAD): in the local system \"Local\"\n"
+            "left out: area load S1: a load in a local system or an unsupported direction "
+            "costs the area every load of its kind\n"
+            "stopped: Frame \"Z1\": its end nodes \"P4\" and \"P7\" coincide; a frame of "
+            "zero length has no orientation.\n");
 }
 
 class LiteralLookUpsOnRandomBuildings : public ::testing::TestWithParam<std::uint64_t> {};

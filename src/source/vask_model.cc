@@ -6,6 +6,8 @@
 #include <cmath>
 #include <cstddef>
 #include <future>
+#include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -79,12 +81,11 @@ void VaskModelObj::ReadVaskData(const ReadProgress& progress) {
     if (stages[i].run == nullptr) continue;
     if (stages[i].run == &VaskModelObj::ReadFramesLoadDistributed && CanUseSecondThread() &&
         ReadLoadsWithSecondThread(progress)) {
-      // Stages 11 to 21 are read; go on with stage 22.
-      while (i + 1 < stages.size() && stages[i + 1].run != &VaskModelObj::ReadMass) ++i;
+      // Stages 11 to 22 are read; go on with stage 23.
+      while (i < stages.size() && stages[i].run != &VaskModelObj::ReadMass) ++i;
       continue;
     }
     if (progress) progress(static_cast<int>(i) + 1, stages[i].name);
-    if (stages[i].run == &VaskModelObj::ReadMass) StartFrameJoins();
     (this->*stages[i].run)();
   }
 }
@@ -146,31 +147,62 @@ bool VaskModelObj::CanUseSecondThread() const {
   return SecondThreadWork() && host_.AnswersFromTwoThreads() && nodes_.SettleLookUps();
 }
 
-// Stages 11 to 21 on two threads. The frames' loads of the first frames (11, 12), the end
-// loads moved to nodes (13) and the spreading of the area loads (15) stay on this thread;
-// the frames' loads of the last frames, the area loads (14), the links of sections and
-// materials (16 to 19) and the classing of frames and areas (20, 21) go to a second one,
-// in their order. Neither side reads what the other writes: each frame's loads are its
-// own; the nodal loads stay on this side; the area loads, the section and material links
-// and the classes on the other (the spreading reads the areas' labels and corners, which
-// no stage here changes). Both ask the host, which answers from two threads, and look
-// nodes up, whose index is settled. Each part of the second thread is waited for where it
-// would have run: stage 12 waits for its stage 11 part, 13 for its 12 part, 15 for stage
-// 14, stage 22 for the rest.
+namespace {
+
+// What the two threads of stages 11 to 22 share. The second thread may outlive the
+// function that started it (it goes on with MarkFrameJoins), so this lives as long as
+// either side holds it.
+struct SecondThreadParts {
+  explicit SecondThreadParts(bool listened) : listened(listened) {}
+
+  const bool listened;  // whether anyone listens for drop notes
+  std::atomic<bool> stop{false};
+  // The parts of the second thread, in the order it runs them: the links and classes
+  // (stages 16 to 21), the area loads (14), the first half of the mass (22), where frames
+  // join the areas (stage 28's first pass).
+  HeldNotes linkNotes;
+  HeldNotes areaLoadNotes;
+  std::atomic<bool> linkedWell{false};
+  std::promise<void> linked;
+  std::promise<void> areaLoadsRead;
+  std::promise<void> massOfObjectsRead;
+  std::promise<void> joinsMarked;
+  std::shared_ptr<VaskModelObj::MassOfObjects> massOfObjects;
+};
+
+}  // namespace
+
+// Stages 11 to 22 on two threads. The frames' loads (11, 12), the end loads moved to nodes
+// (13), the spreading of the area loads (15) and the mass of the loads (the second half of
+// 22) stay on this thread; the links of sections and materials and the classing of frames
+// and areas (16 to 21), the area loads (14) and the mass of points, frames and areas (the
+// first half of 22) go to a second one, which then marks where frames join the areas, for
+// stage 28.
 //
-// So that nothing tells the difference, the second thread holds its drop notes until its
-// stages' turn, and its failure surfaces at that turn: a failure of stage 13 comes before
-// one of stage 14, as it would. Whatever ends the stages, the second thread is stopped
-// between stages and waited for.
+// Neither side reads what the other writes: each frame's loads and the nodal loads are
+// this side's, each frame's and area's section, material and classes the other's, and the
+// area loads; the first half of the mass writes only the nodes' mass, which nothing on this
+// side reads before it has ended. Both ask the host, which answers from two threads, and
+// look nodes up, whose index is settled.
+//
+// So that nothing tells the difference, the second thread holds the drop notes of each
+// part until its stages' turn, and a part's failure surfaces at that turn: a failure of
+// stage 13 comes before one of stage 14, one of stage 15 before one of stage 20, and any
+// of them before one of the mass. Whatever ends the stages, the second thread is stopped
+// between parts and waited for.
 bool VaskModelObj::ReadLoadsWithSecondThread(const ReadProgress& progress) {
   using Stage = void (VaskModelObj::*)();
-  static constexpr std::array<Stage, 11> kOrder = {
+  static constexpr std::array<Stage, 12> kOrder = {
       &VaskModelObj::ReadFramesLoadDistributed, &VaskModelObj::ReadFramesLoadPoint,
       &VaskModelObj::CheckLoadFramePoint,       &VaskModelObj::ReadLoadAreas,
       &VaskModelObj::SpreadLoadAreas,           &VaskModelObj::LinkFrameSectionMaterials,
       &VaskModelObj::LinkAreaSectionMaterials,  &VaskModelObj::LinkFrameSections,
       &VaskModelObj::LinkAreaSections,          &VaskModelObj::ClassifyFrames,
-      &VaskModelObj::ClassifyAreas};
+      &VaskModelObj::ClassifyAreas,             &VaskModelObj::ReadMass};
+  constexpr std::size_t kAreaLoads = 3;
+  constexpr std::size_t kSpread = 4;
+  constexpr std::size_t kFirstLink = 5;
+  constexpr std::size_t kMass = 11;
   const std::span<const ReadStage> stages = ReadStages();
   std::size_t first = 0;
   while (first < stages.size() && stages[first].run != kOrder[0]) ++first;
@@ -181,36 +213,24 @@ bool VaskModelObj::ReadLoadsWithSecondThread(const ReadProgress& progress) {
   const auto announce = [&](std::size_t k) {
     if (progress) progress(static_cast<int>(first + k) + 1, stages[first + k].name);
   };
-  const auto run = [&](std::size_t k) {
-    announce(k);
-    (this->*kOrder[k])();
-  };
 
-  // The frames' loads work in the structure's length unit, which may be asked of the host
-  // here; the second thread does not ask it.
+  // The frames' loads and the mass work in the structure's units, which may be asked of
+  // the host here; the second thread does not ask them.
   PresentUnits();
-  const bool listened = static_cast<bool>(dropObserver_);
-  // The frames' loads of stages 11 and 12 are read for the first frames here and for the
-  // last ones on the second thread (each frame's loads are its own), which then reads the
-  // area loads: about as long as the first part.
-  const int split = FrameNum() - FrameNum() * 2 / 5;
-  HeldNotes distributedNotes;
-  HeldNotes pointNotes;
-  HeldNotes areaLoadNotes;
-  HeldNotes linkNotes;
-  std::promise<void> distributedRead;
-  std::promise<void> pointsRead;
-  std::promise<void> areaLoadsRead;
-  std::future<void> distributedDone = distributedRead.get_future();
-  std::future<void> pointsDone = pointsRead.get_future();
-  std::future<void> areaLoadsDone = areaLoadsRead.get_future();
-  std::atomic<bool> stop{false};
-  std::future<void> rest = std::async(std::launch::async, [&] {
-    // One part after the other, each holding its notes; a failure ends the thread.
-    const auto part = [&](HeldNotes& notes, std::promise<void>& done, auto read) {
-      const HeldNotes::Holding holding(notes, listened);
+  const auto parts = std::make_shared<SecondThreadParts>(static_cast<bool>(dropObserver_));
+  std::future<void> linked = parts->linked.get_future();
+  std::future<void> areaLoadsRead = parts->areaLoadsRead.get_future();
+  std::future<void> massOfObjectsRead = parts->massOfObjectsRead.get_future();
+  std::future<void> joinsMarked = parts->joinsMarked.get_future();
+  const bool marksJoins = AreaNum() > 0;
+  std::future<void> second = std::async(std::launch::async, [this, parts, marksJoins] {
+    // One part after the other, each holding its notes; a failure ends the thread, except
+    // that of the links, which come after the area loads in the stage order.
+    const auto part = [&](HeldNotes* notes, std::promise<void>& done, auto read) {
+      std::optional<HeldNotes::Holding> holding;
+      if (notes != nullptr) holding.emplace(*notes, parts->listened);
       try {
-        if (!stop) read();
+        if (!parts->stop) read();
         done.set_value();
         return true;
       } catch (...) {
@@ -218,53 +238,56 @@ bool VaskModelObj::ReadLoadsWithSecondThread(const ReadProgress& progress) {
         return false;
       }
     };
-    if (!part(distributedNotes, distributedRead,
-              [&] { ReadFramesLoadDistributedOf(split + 1, FrameNum()); }) ||
-        !part(pointNotes, pointsRead, [&] { ReadFramesLoadPointOf(split + 1, FrameNum()); }) ||
-        !part(areaLoadNotes, areaLoadsRead, [&] { ReadLoadAreas(); })) {
+    parts->linkedWell = part(&parts->linkNotes, parts->linked, [&] {
+      for (std::size_t k = kFirstLink; k < kMass && !parts->stop; ++k) (this->*kOrder[k])();
+    });
+    if (!part(&parts->areaLoadNotes, parts->areaLoadsRead, [this] { ReadLoadAreas(); }) ||
+        !parts->linkedWell) {
       return;
     }
-    const HeldNotes::Holding holding(linkNotes, listened);
-    for (std::size_t k = 5; k < kOrder.size() && !stop; ++k) (this->*kOrder[k])();
+    // The mass tells nothing left out.
+    if (!part(nullptr, parts->massOfObjectsRead,
+              [&] { parts->massOfObjects = ReadMassOfObjects(); })) {
+      return;
+    }
+    if (marksJoins) part(nullptr, parts->joinsMarked, [this] { MarkFrameJoins(); });
   });
   struct StopAndWait {
-    std::atomic<bool>& stop;
-    std::future<void>& rest;
+    SecondThreadParts& parts;
+    std::future<void>& second;
     ~StopAndWait() {
-      stop = true;
-      if (rest.valid()) rest.wait();
+      if (!second.valid()) return;  // handed on to the model
+      parts.stop = true;
+      second.wait();
     }
-  } stopAndWait{stop, rest};
-  // The part of the second thread, its notes told after those of this thread's part.
-  const auto join = [this](std::future<void>& done, HeldNotes& notes) {
+  } stopAndWait{*parts, second};
+  // A part of the second thread, its notes told after all that came before.
+  const auto join = [this](std::future<void>& done, HeldNotes* notes) {
     done.wait();
-    notes.Release(*this);
+    if (notes != nullptr) notes->Release(*this);
     done.get();
   };
 
-  announce(0);
-  ReadFramesLoadDistributedOf(1, split);
-  join(distributedDone, distributedNotes);
-  announce(1);
-  ReadFramesLoadPointOf(1, split);
-  join(pointsDone, pointNotes);
-  run(2);
-  announce(3);
-  join(areaLoadsDone, areaLoadNotes);
-  run(4);
-  announce(5);
-  join(rest, linkNotes);
-  for (std::size_t k = 6; k < kOrder.size(); ++k) announce(k);
+  for (std::size_t k = 0; k < kAreaLoads; ++k) {
+    announce(k);
+    (this->*kOrder[k])();
+  }
+  announce(kAreaLoads);
+  join(areaLoadsRead, &parts->areaLoadNotes);
+  announce(kSpread);
+  SpreadLoadAreas();
+  announce(kFirstLink);
+  join(linked, &parts->linkNotes);
+  for (std::size_t k = kFirstLink + 1; k <= kMass; ++k) announce(k);
+  join(massOfObjectsRead, nullptr);
+  ReadMassOfLoads(*parts->massOfObjects);
+  if (marksJoins) frameJoins_ = std::move(joinsMarked);
+  secondThread_ = std::move(second);
   return true;
 }
 
-void VaskModelObj::StartFrameJoins() {
-  if (AreaNum() == 0 || !CanUseSecondThread()) return;  // done in turn at stage 28
-  frameJoins_ = std::async(std::launch::async, [this] { MarkFrameJoins(); });
-}
-
 void VaskModelObj::WaitForSecondThread() {
-  if (frameJoins_.valid()) frameJoins_.wait();
+  if (secondThread_.valid()) secondThread_.wait();
 }
 
 void VaskModelObj::ReadNodes() {

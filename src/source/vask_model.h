@@ -18,6 +18,7 @@
 #include <functional>
 #include <future>
 #include <initializer_list>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -282,16 +283,15 @@ class VaskModelObj {
   // the beams that tie them in.
   void DetectEmbeddedBeams();
   // Its first pass: IsEmbed of every area corner, from the host's connectivity. It reads
-  // only areas, nodes and the host, and writes only IsEmbed, which no stage between the
-  // mass and stage 28 reads or changes, and none of them adds or renames a node; so with
-  // a host that answers from two threads it runs on a second thread from the start of the
-  // mass (StartFrameJoins), and stage 28 waits for it.
+  // only areas, nodes and the host, and writes only IsEmbed, which no stage from the
+  // spreading of the area loads to stage 28 reads or changes, and none of them adds or
+  // renames a node; so with a host that answers from two threads it runs on the second
+  // thread from the spreading of the area loads on, and stage 28 waits for it.
   void MarkFrameJoins();
-  void StartFrameJoins();
   // Whether stages may run on a second thread: allowed, a host that answers from two
   // threads, and the nodes' look-ups settled (no node is added after stage 8).
   bool CanUseSecondThread() const;
-  // Stages 11 to 21 with a second thread (see vask_model.cc); false, having run nothing,
+  // Stages 11 to 22 with a second thread (see vask_model.cc); false, having run nothing,
   // when the stage table is not the one this was made for.
   bool ReadLoadsWithSecondThread(const ReadProgress& progress);
   // Waits for work on a second thread, if any, before the objects it reads go.
@@ -308,11 +308,8 @@ class VaskModelObj {
   void ReadLoadNodes();
   // Stage 11: distributed loads of every frame, superposed and sorted per pattern.
   void ReadFramesLoadDistributed();
-  // The same for frames `first` to `last` (positions), which is all stage 11 does for them.
-  void ReadFramesLoadDistributedOf(int first, int last);
   // Stage 12: point loads of every frame, sorted and folded per pattern.
   void ReadFramesLoadPoint();
-  void ReadFramesLoadPointOf(int first, int last);
   // Stage 14: uniform area loads; an area with one load the target cannot take loses all.
   void ReadLoadAreas();
   // Stage 15: each area load spread to the four corners of every 4-noded area of its label.
@@ -324,6 +321,15 @@ class VaskModelObj {
   // ---- Mass stage (vask_model_mass.cc) ----
   // Stage 22: the host's mass source, and the four mass accumulators of every node.
   void ReadMass();
+  // Its two halves: the mass source and the mass of points, frames and areas, which
+  // needs the sections linked but no load; then the mass of the loads, which needs every
+  // nodal load. With a second thread the first half is read there, beside stage 15.
+ public:
+  class MassOfObjects;  // what the first half leaves to the second (vask_model_mass.cc)
+
+ private:
+  std::shared_ptr<MassOfObjects> ReadMassOfObjects();
+  void ReadMassOfLoads(MassOfObjects& objects);
   // ---- end of mass stage ----
 
   // ---- Time-history stage (vask_model_th_func.cc) ----
@@ -393,9 +399,11 @@ class VaskModelObj {
   // Grid of the nodes 1 to its Num() for FindCoincidentNode (vask_model_areas.cc); it
   // catches up with nodes added since, and ReadAreas starts it afresh.
   mutable CoincidentPointIndex coincidentNodes_;
-  // MarkFrameJoins on a second thread. Last of the members, so that it is waited for
-  // before any list goes.
+  // The end of MarkFrameJoins on the second thread, for stage 28.
   std::future<void> frameJoins_{};
+  // The second thread while it works on after stage 22 has begun. Last of the members, so
+  // that it is waited for before any list goes.
+  std::future<void> secondThread_{};
 };
 
 }  // namespace vtt

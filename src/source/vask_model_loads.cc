@@ -281,22 +281,18 @@ void VaskModelObj::ReadLoadNodes() {
   }
 }
 
-void VaskModelObj::ReadFramesLoadDistributed() { ReadFramesLoadDistributedOf(1, FrameNum()); }
-
-void VaskModelObj::ReadFramesLoadDistributedOf(int first, int last) {
+void VaskModelObj::ReadFramesLoadDistributed() {
   // The sorting works in the length unit of the structure.
   const auto unitLength = [this] { return PresentUnits().UnitLength; };
   FrameLoadLists lists;
-  for (int i = first; i <= last; ++i) {
+  for (int i = 1; i <= FrameNum(); ++i) {
     ReadLoadFrameDistributed(host_, *FrameObj(i), unitLength, *this, lists);
   }
 }
 
-void VaskModelObj::ReadFramesLoadPoint() { ReadFramesLoadPointOf(1, FrameNum()); }
-
-void VaskModelObj::ReadFramesLoadPointOf(int first, int last) {
+void VaskModelObj::ReadFramesLoadPoint() {
   FrameLoadLists lists;
-  for (int i = first; i <= last; ++i) ReadLoadFramePoint(host_, *FrameObj(i), *this, lists);
+  for (int i = 1; i <= FrameNum(); ++i) ReadLoadFramePoint(host_, *FrameObj(i), *this, lists);
 }
 
 void VaskModelObj::CheckLoadFramePoint() {

@@ -11,6 +11,7 @@
 #include <optional>
 #include <vector>
 #include <cstddef>
+#include <memory>
 #include <string>
 
 #include "source/vask_model.h"
@@ -328,7 +329,18 @@ void LoadMasses(VaskModelObj& model, HostModel& host, MeasuredObjects& measured,
 
 }  // namespace
 
-void VaskModelObj::ReadMass() {
+// What the first half of the stage leaves to the second: the mass source option and the
+// objects measured so far.
+class VaskModelObj::MassOfObjects {
+ public:
+  explicit MassOfObjects(VaskModelObj& model) : measured(model) {}
+  int option = 0;
+  MeasuredObjects measured;
+};
+
+void VaskModelObj::ReadMass() { ReadMassOfLoads(*ReadMassOfObjects()); }
+
+std::shared_ptr<VaskModelObj::MassOfObjects> VaskModelObj::ReadMassOfObjects() {
   int option = 0;
   int count = 0;
   Names names;
@@ -350,18 +362,22 @@ void VaskModelObj::ReadMass() {
     }
   }
 
-  MeasuredObjects measured(*this);
+  auto objects = std::make_shared<MassOfObjects>(*this);
+  objects->option = option;
   if (option == kMassFromElements || option == kMassFromBoth) {
     PointMasses(*this, host_);
-    FrameMasses(*this, host_, measured);
-    AreaMasses(*this, host_, measured);
+    FrameMasses(*this, host_, objects->measured);
+    AreaMasses(*this, host_, objects->measured);
   }
-  if (option == kMassFromLoads || option == kMassFromBoth) {
-    // Gravity of the present units, in the single precision the structure holds it in.
-    const double g = PresentUnits().UnitGravity;
-    for (int k = 1; k <= MassSrcLoadNum; ++k) {
-      LoadMasses(*this, host_, measured, MassSrcLoadPattern(k), MassSrcSF(k), g);
-    }
+  return objects;
+}
+
+void VaskModelObj::ReadMassOfLoads(MassOfObjects& objects) {
+  if (objects.option != kMassFromLoads && objects.option != kMassFromBoth) return;
+  // Gravity of the present units, in the single precision the structure holds it in.
+  const double g = PresentUnits().UnitGravity;
+  for (int k = 1; k <= MassSrcLoadNum; ++k) {
+    LoadMasses(*this, host_, objects.measured, MassSrcLoadPattern(k), MassSrcSF(k), g);
   }
 }
 
