@@ -80,14 +80,7 @@ class LoadFill : public ::testing::Test {
   }
   static void AddNodeItem(VaskLoadNodeObj* load, const std::string& pattern,
                           std::array<double, 6> f) {
-    ++load->ItemNum;
-    load->LoadPattern.Add(pattern);
-    load->F1.Add(f[0]);
-    load->F2.Add(f[1]);
-    load->F3.Add(f[2]);
-    load->M1.Add(f[3]);
-    load->M2.Add(f[4]);
-    load->M3.Add(f[5]);
+    load->SetLoadNode(load->Label, pattern, f[0], f[1], f[2], f[3], f[4], f[5]);
   }
   void FillNodesAndMass() {
     FillTrelkNodes(model, store, messages);

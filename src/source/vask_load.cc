@@ -61,21 +61,8 @@ void VaskLoadNodeObj::SetLoadNode(const std::string& label, const std::string& p
     }
   }
   ++ItemNum;
-  LoadPattern.Redim(ItemNum);
-  M3.Redim(ItemNum);
-  M2.Redim(ItemNum);
-  M1.Redim(ItemNum);
-  F3.Redim(ItemNum);
-  F2.Redim(ItemNum);
-  F1.Redim(ItemNum);
+  items_.Add({pattern, f1, f2, f3, m1, m2, m3});
   Label = label;
-  LoadPattern(ItemNum) = pattern;
-  F1(ItemNum) = f1;
-  F2(ItemNum) = f2;
-  F3(ItemNum) = f3;
-  M1(ItemNum) = m1;
-  M2(ItemNum) = m2;
-  M3(ItemNum) = m3;
 }
 
 // ---- VaskPairObj ----
@@ -399,13 +386,8 @@ void VaskLoadAreaObj::SetLoadArea(const std::string& label, const std::string& p
     }
   }
   ++ItemNum;
-  Value.Redim(ItemNum);
-  Direction.Redim(ItemNum);
-  LoadPattern.Redim(ItemNum);
+  items_.Add({LoadAreaValueText(IsUpwardDirection(dir) ? value : -value), dir, pattern});
   Label = label;
-  LoadPattern(ItemNum) = pattern;
-  Direction(ItemNum) = dir;
-  Value(ItemNum) = LoadAreaValueText(IsUpwardDirection(dir) ? value : -value);
 }
 
 bool IsGlobalLoadCSys(std::string_view csys) {

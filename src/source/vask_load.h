@@ -31,7 +31,7 @@ class VaskLoadPatternObj {
 };
 
 // The loads of one node, one item per pattern. F3 is positive upward, along global +Z.
-// The item lists are sized to exactly ItemNum.
+// The items are kept together, each pattern with its six values, exactly ItemNum of them.
 class VaskLoadNodeObj {
  public:
   // Adds the six values to the item of `pattern`, leaving Label as it is; without one,
@@ -41,13 +41,36 @@ class VaskLoadNodeObj {
 
   int ItemNum = 0;
   std::string Label;
-  OneBasedList<std::string> LoadPattern;
-  OneBasedList<double> M3;
-  OneBasedList<double> M2;
-  OneBasedList<double> M1;
-  OneBasedList<double> F3;
-  OneBasedList<double> F2;
-  OneBasedList<double> F1;
+
+  // Item i, 1 to ItemNum: its pattern and values.
+  std::string& LoadPattern(int i) { return items_(i).pattern; }
+  const std::string& LoadPattern(int i) const { return items_(i).pattern; }
+  double& F1(int i) { return items_(i).f1; }
+  double F1(int i) const { return items_(i).f1; }
+  double& F2(int i) { return items_(i).f2; }
+  double F2(int i) const { return items_(i).f2; }
+  double& F3(int i) { return items_(i).f3; }
+  double F3(int i) const { return items_(i).f3; }
+  double& M1(int i) { return items_(i).m1; }
+  double M1(int i) const { return items_(i).m1; }
+  double& M2(int i) { return items_(i).m2; }
+  double M2(int i) const { return items_(i).m2; }
+  double& M3(int i) { return items_(i).m3; }
+  double M3(int i) const { return items_(i).m3; }
+  // How many items are kept: always ItemNum.
+  int ItemsKept() const { return items_.Num(); }
+
+ private:
+  struct Item {
+    std::string pattern;
+    double f1 = 0.0;
+    double f2 = 0.0;
+    double f3 = 0.0;
+    double m1 = 0.0;
+    double m2 = 0.0;
+    double m3 = 0.0;
+  };
+  OneBasedList<Item> items_;
 };
 
 // The work list of a piecewise linear load along a frame: stations at relative distances,
@@ -175,9 +198,24 @@ class VaskLoadAreaObj {
 
   int ItemNum = 0;
   std::string Label;
-  OneBasedList<std::string> Value;
-  OneBasedList<int> Direction;
-  OneBasedList<std::string> LoadPattern;
+
+  // Item i, 1 to ItemNum: its pattern, direction and value text.
+  std::string& Value(int i) { return items_(i).value; }
+  const std::string& Value(int i) const { return items_(i).value; }
+  int& Direction(int i) { return items_(i).direction; }
+  int Direction(int i) const { return items_(i).direction; }
+  std::string& LoadPattern(int i) { return items_(i).pattern; }
+  const std::string& LoadPattern(int i) const { return items_(i).pattern; }
+  // How many items are kept: always ItemNum.
+  int ItemsKept() const { return items_.Num(); }
+
+ private:
+  struct Item {
+    std::string value;
+    int direction = 0;
+    std::string pattern;
+  };
+  OneBasedList<Item> items_;
 };
 
 // Tells `observer` of every nodal load that the structure will not keep because a later

@@ -97,9 +97,8 @@ TEST(VaskLoadNodeObjTest, SetLoadNodeAppendsAnItemPerPatternAndAddsWithinOne) {
   EXPECT_EQ(loads.LoadPattern(2), "LIVE");
   EXPECT_EQ(loads.F3(2), -7);
   EXPECT_EQ(loads.F1(2), 0);
-  // The lists hold exactly the items.
-  EXPECT_EQ(loads.LoadPattern.Num(), 2);
-  EXPECT_EQ(loads.M3.Num(), 2);
+  // Exactly the items are kept.
+  EXPECT_EQ(loads.ItemsKept(), 2);
 }
 
 TEST(VaskLoadNodeObjTest, AddingToAnItemLeavesTheLabelANewItemSetsIt) {
@@ -552,7 +551,7 @@ TEST(VaskLoadAreaTest, ValuesAreStoredPositiveUpwardAsText) {
   EXPECT_EQ(loads.ValueNumber(4), 0.333333333333333);
   EXPECT_EQ(loads.Direction(3), kProjectedGravity);
   EXPECT_EQ(loads.LoadPattern(3), "SDL");
-  EXPECT_EQ(loads.Value.Num(), 4);
+  EXPECT_EQ(loads.ItemsKept(), 4);
 }
 
 TEST(VaskLoadAreaTest, ASumIsRoundedThroughTheText) {

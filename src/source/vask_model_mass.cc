@@ -129,6 +129,19 @@ class MeasuredObjects {
     return *known;
   }
 
+  // The node of nodal load object i. The nodal loads may still be growing when the
+  // objects are first measured, so their list is sized when it is first needed.
+  VaskNodeObj& LoadNode(int i) {
+    if (loadNodes_.size() < static_cast<std::size_t>(i)) {
+      loadNodes_.resize(static_cast<std::size_t>(model_.LoadNodeNum()), nullptr);
+    }
+    VaskNodeObj*& known = loadNodes_[static_cast<std::size_t>(i - 1)];
+    if (known == nullptr) {
+      known = &NodeOf(model_, model_.LoadNodeObj(i)->Label, NodeOwner{"Nodal load", {}, false});
+    }
+    return *known;
+  }
+
   // Area i, which has 4 nodes: its corners and its area, as AreaObjAreaGet gives it.
   const AreaCorners& Area(int i) {
     std::optional<AreaCorners>& known = areas_[static_cast<std::size_t>(i - 1)];
@@ -157,6 +170,7 @@ class MeasuredObjects {
   VaskModelObj& model_;
   std::vector<std::optional<FrameEnds>> frames_;
   std::vector<std::optional<AreaCorners>> areas_;
+  std::vector<VaskNodeObj*> loadNodes_;
 };
 
 // Pass A: the additional masses of the points, assigned, not added.
@@ -234,12 +248,19 @@ void LoadMasses(VaskModelObj& model, HostModel& host, MeasuredObjects& measured,
   int type = 0;
   host.GetLoadPatternType(pattern, type);
 
+  // The load patterns of that label, in model order: the self weight of each counts.
+  std::vector<const VaskLoadPatternObj*> named;
+  for (int k = 1; k <= model.LoadPatternNum(); ++k) {
+    const VaskLoadPatternObj* loadPattern = model.LoadPatternObj(k);
+    if (loadPattern->Label == pattern) named.push_back(loadPattern);
+  }
+
   // Nodal loads, area loads spread to nodes among them. F3 is positive upward.
   for (int i = 1; i <= model.LoadNodeNum(); ++i) {
     const VaskLoadNodeObj& load = *model.LoadNodeObj(i);
     for (int k = 1; k <= load.ItemNum; ++k) {
       if (load.LoadPattern(k) != pattern) continue;
-      VaskNodeObj& node = NodeOf(model, load.Label, NodeOwner{"Nodal load", {}, false});
+      VaskNodeObj& node = measured.LoadNode(i);
       for (int c : kHorizontal) node.LoadMass(c) = node.LoadMass(c) - load.F3(k) * s / g;
     }
   }
@@ -254,10 +275,8 @@ void LoadMasses(VaskModelObj& model, HostModel& host, MeasuredObjects& measured,
     const double length = ends.length;
     VaskNodeObj& nodeI = *ends.nodeI;
     VaskNodeObj& nodeJ = *ends.nodeJ;
-    for (int k = 1; k <= model.LoadPatternNum(); ++k) {
-      const VaskLoadPatternObj& loadPattern = *model.LoadPatternObj(k);
-      if (loadPattern.Label != pattern) continue;
-      const double m = material->UnitWeight * loadPattern.SelfWtMultiplier * section.area *
+    for (const VaskLoadPatternObj* loadPattern : named) {
+      const double m = material->UnitWeight * loadPattern->SelfWtMultiplier * section.area *
                        length * s / g / 2.0;
       AddHorizontal(nodeI.FrameLoadMass, m);
       AddHorizontal(nodeJ.FrameLoadMass, m);
@@ -272,10 +291,8 @@ void LoadMasses(VaskModelObj& model, HostModel& host, MeasuredObjects& measured,
     const double ar = corners.area;
     const AreaBody body = BodyOf(SectionOf(area));
     if (body.material == nullptr) continue;
-    for (int k = 1; k <= model.LoadPatternNum(); ++k) {
-      const VaskLoadPatternObj& loadPattern = *model.LoadPatternObj(k);
-      if (loadPattern.Label != pattern) continue;
-      const double m = body.material->UnitWeight * loadPattern.SelfWtMultiplier * ar *
+    for (const VaskLoadPatternObj* loadPattern : named) {
+      const double m = body.material->UnitWeight * loadPattern->SelfWtMultiplier * ar *
                        body.thickness * s / g / 4.0;
       for (VaskNodeObj* node : corners.nodes) AddHorizontal(node->AreaLoadMass, m);
     }
