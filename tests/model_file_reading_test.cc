@@ -12,6 +12,7 @@
 #include <functional>
 #include <fstream>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -319,6 +320,41 @@ TEST(ModelFileHost, ALargeBuildingAnswersAsItsLists) {
     ASSERT_EQ(host->GetGroupAssignments(group.name, count, types, names), 0);
     EXPECT_EQ(static_cast<std::size_t>(count), group.assignments.size());
   }
+}
+
+// The same building, asked at once for its last frame, area and group and for a frame's
+// length, while the second thread may still be making their indexes; another released
+// before anything was asked, and another dropped at once: each waits for what it needs.
+TEST(ModelFileHost, ALargeBuildingAnswersBeforeItsIndexesAreMade) {
+  const std::string text = generate::BuildingText(generate::OptionsForJoints(7000));
+  const Model model = ReadModelFully(text, "m.json", "/base");
+  ASSERT_GE(model.frames.size() + model.areas.size(), JsonModelHost::kObjectsForThread);
+  ASSERT_FALSE(model.groups.empty());
+  {
+    const std::unique_ptr<JsonModelHost> host = JsonModelHost::FromText(text, "m.json", "/base");
+    const Frame& frame = model.frames.back();
+    std::string i, j;
+    ASSERT_EQ(host->GetFramePoints(frame.name, i, j), 0);
+    EXPECT_EQ(i + "/" + j, frame.pointI + "/" + frame.pointJ);
+    const Area& area = model.areas.back();
+    int corners = 0;
+    Names points;
+    ASSERT_EQ(host->GetAreaPoints(area.name, corners, points), 0);
+    EXPECT_EQ(points, area.points);
+    const Group& group = model.groups.back();
+    int count = 0;
+    Ints types;
+    Names names;
+    ASSERT_EQ(host->GetGroupAssignments(group.name, count, types, names), 0);
+    EXPECT_EQ(static_cast<std::size_t>(count), group.assignments.size());
+  }
+  {
+    const std::unique_ptr<JsonModelHost> host = JsonModelHost::FromText(text, "m.json", "/base");
+    host->SourceModelRead();
+    std::string i, j;
+    EXPECT_THROW(host->GetFramePoints(model.frames.front().name, i, j), std::logic_error);
+  }
+  EXPECT_NO_THROW(JsonModelHost::FromText(text, "m.json", "/base").reset());
 }
 
 }  // namespace

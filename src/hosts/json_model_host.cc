@@ -223,40 +223,79 @@ JsonModelHost::JsonModelHost(model_file::Model model)
       functionIndex_(IndexByName<NameIndex>(model_.functions)),
       caseIndex_(IndexByName<NameIndex>(model_.loadCases)),
       patternIndex_(IndexByName<NameIndex>(model_.loadPatterns)) {
-  // The indexes of a large model take a second or two, all of it waiting on memory; the
-  // connectivity needs only the points' index, so the frames', areas' and groups' are made
-  // alongside on a second thread. Both only read the model.
-  std::exception_ptr othersFailed;
-  const auto indexOthers = [this, &othersFailed] {
+  // The indexes of a large model take a second or two, all of it waiting on memory. The
+  // points' index is made here, since every question about a point needs it and the
+  // connectivity is made from it; on a large model the indexes of frames, areas and groups
+  // and then the connectivity are made on a second thread, while the source model reads
+  // its materials, sections, nodes and constraints: a question that needs one of them
+  // waits for it. The second thread only reads the model, and writes what it makes before
+  // telling it made.
+  pointIndex_ = IndexByName<NameIndex>(model_.points);
+  if (model_.frames.size() + model_.areas.size() < kObjectsForThread) {
+    frameIndex_ = IndexByName<NameIndex>(model_.frames);
+    areaIndex_ = IndexByName<NameIndex>(model_.areas);
+    groupIndex_ = IndexByName<NameIndex>(model_.groups);
+    BuildConnectivity();
+    return;
+  }
+  std::promise<void> frames;
+  std::promise<void> areas;
+  std::promise<void> groups;
+  std::promise<void> connectivity;
+  frameIndexMade_ = frames.get_future().share();
+  areaIndexMade_ = areas.get_future().share();
+  groupIndexMade_ = groups.get_future().share();
+  connectivityMade_ = connectivity.get_future().share();
+  made_ = false;
+  const auto make = [this](std::promise<void>& made, auto step) {
     try {
-      frameIndex_ = IndexByName<NameIndex>(model_.frames);
-      areaIndex_ = IndexByName<NameIndex>(model_.areas);
-      groupIndex_ = IndexByName<NameIndex>(model_.groups);
+      step();
+      made.set_value();
     } catch (...) {
-      othersFailed = std::current_exception();
+      made.set_exception(std::current_exception());
     }
   };
-  std::thread others;
-  if (model_.frames.size() + model_.areas.size() >= kObjectsForThread) {
-    try {
-      others = std::thread(indexOthers);
-    } catch (const std::system_error&) {
-      // No thread to be had: the same work, one after the other.
-    }
-  }
   try {
-    pointIndex_ = IndexByName<NameIndex>(model_.points);
+    maker_ = std::thread([this, make, frames = std::move(frames), areas = std::move(areas),
+                          groups = std::move(groups),
+                          connectivity = std::move(connectivity)]() mutable {
+      make(frames, [this] { frameIndex_ = IndexByName<NameIndex>(model_.frames); });
+      make(areas, [this] { areaIndex_ = IndexByName<NameIndex>(model_.areas); });
+      make(groups, [this] { groupIndex_ = IndexByName<NameIndex>(model_.groups); });
+      make(connectivity, [this] { BuildConnectivity(); });
+      made_.store(true, std::memory_order_release);
+    });
+  } catch (const std::system_error&) {
+    // No thread to be had: the same work here. The promises went with the lambda that
+    // was not started, so the futures are cleared and nothing waits for them.
+    frameIndexMade_ = {};
+    areaIndexMade_ = {};
+    groupIndexMade_ = {};
+    connectivityMade_ = {};
+    frameIndex_ = IndexByName<NameIndex>(model_.frames);
+    areaIndex_ = IndexByName<NameIndex>(model_.areas);
+    groupIndex_ = IndexByName<NameIndex>(model_.groups);
     BuildConnectivity();
-  } catch (...) {
-    if (others.joinable()) others.join();
-    throw;
+    made_ = true;
   }
-  if (others.joinable()) {
-    others.join();
-  } else {
-    indexOthers();
-  }
-  if (othersFailed) std::rethrow_exception(othersFailed);
+}
+
+JsonModelHost::~JsonModelHost() {
+  if (maker_.joinable()) maker_.join();
+}
+
+void JsonModelHost::AwaitIndex(const NameIndex& index) const {
+  if (made_.load(std::memory_order_acquire)) return;
+  const std::shared_future<void>* made = nullptr;
+  if (&index == &frameIndex_) made = &frameIndexMade_;
+  if (&index == &areaIndex_) made = &areaIndexMade_;
+  if (&index == &groupIndex_) made = &groupIndexMade_;
+  if (made != nullptr && made->valid()) made->get();
+}
+
+void JsonModelHost::AwaitConnectivity() const {
+  if (made_.load(std::memory_order_acquire)) return;
+  if (connectivityMade_.valid()) connectivityMade_.get();
 }
 
 void JsonModelHost::RequireObjects() const {
@@ -278,6 +317,7 @@ void JsonModelHost::RequireObjectsFor(const std::vector<Item>& items) const {
 }
 
 void JsonModelHost::SourceModelRead() {
+  if (maker_.joinable()) maker_.join();
   objectsReleased_ = true;
   // Swapped with empty ones, so that the memory itself goes back.
   std::vector<model_file::Point>().swap(model_.points);
@@ -295,6 +335,7 @@ template <class Item>
 const Item* JsonModelHost::Find(const std::vector<Item>& items, const NameIndex& index,
                                 const std::string& name) const {
   RequireObjectsFor(items);
+  AwaitIndex(index);
   if (LiteralLookUps()) {
     for (const Item& item : items) {
       if (item.name == name) return &item;
@@ -356,6 +397,7 @@ bool JsonModelHost::Select(const std::string& name, ItemType itemType, int objec
 
 double JsonModelHost::FrameLength(const Frame& frame) const {
   RequireObjects();
+  AwaitConnectivity();
   const auto f = static_cast<std::size_t>(&frame - model_.frames.data());
   const std::uint32_t i = frameEndPoints_[2 * f];
   const std::uint32_t j = frameEndPoints_[2 * f + 1];
@@ -463,6 +505,7 @@ int JsonModelHost::GetPointConstraints(const std::string& name, ItemType itemTyp
 int JsonModelHost::GetPointConnectivity(const std::string& name, int& count, Ints& objectTypes,
                                         Names& objectNames, Ints& pointNumbers) {
   RequireObjects();
+  AwaitConnectivity();
   const std::size_t point = pointIndex_.Find(name);
   if (point == NameIndex::kAbsent) return Failed(count, objectTypes, objectNames, pointNumbers);
   objectTypes.clear();

@@ -11,9 +11,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <future>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <unordered_map>
 #include <vector>
 
@@ -26,8 +28,14 @@ class JsonModelHost final : public HostModel {
  public:
   // Reads and validates the whole file; throws ModelFileError with one user-facing message.
   static std::unique_ptr<JsonModelHost> FromFile(const std::filesystem::path& file);
-  // Models of fewer frames and areas than this make all their indexes on one thread.
+  // Models of fewer frames and areas than this make all their indexes before the first
+  // question; larger ones make those of frames, areas and groups and the connectivity on a
+  // second thread while the first goes on (see JsonModelHost's constructor).
   static constexpr std::size_t kObjectsForThread = 20000;
+
+  JsonModelHost(const JsonModelHost&) = delete;
+  JsonModelHost& operator=(const JsonModelHost&) = delete;
+  ~JsonModelHost() override;
 
   // Same from text; `displayName` is used in messages, `baseFolder` resolves relative paths.
   static std::unique_ptr<JsonModelHost> FromText(std::string_view json,
@@ -269,6 +277,10 @@ class JsonModelHost final : public HostModel {
   template <class Item>
   void RequireObjectsFor(const std::vector<Item>& items) const;
   void BuildConnectivity();
+  // Wait until the index, or the connectivity, is made, when a second thread makes it;
+  // its failure is thrown here.
+  void AwaitIndex(const NameIndex& index) const;
+  void AwaitConnectivity() const;
 
   model_file::Model model_;
   NameIndex pointIndex_, frameIndex_, areaIndex_, materialIndex_, frameSectionIndex_,
@@ -282,6 +294,11 @@ class JsonModelHost final : public HostModel {
   static constexpr std::uint32_t kNoPoint = static_cast<std::uint32_t>(-1);
   std::vector<std::uint32_t> frameEndPoints_;
   bool objectsReleased_ = false;
+  // The second thread that makes the indexes of frames, areas and groups, then the
+  // connectivity, each told made through its future; `made_` once all are.
+  std::atomic<bool> made_{true};
+  std::shared_future<void> frameIndexMade_, areaIndexMade_, groupIndexMade_, connectivityMade_;
+  std::thread maker_;
 };
 
 }  // namespace vtt
