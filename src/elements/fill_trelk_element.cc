@@ -1,6 +1,7 @@
 #include "elements/fill_trelk_element.h"
 
 #include <array>
+#include <vector>
 
 #include "source/vask_model.h"
 #include "store/element_records.h"
@@ -70,23 +71,27 @@ std::int32_t OpenGroup(TrelkStore& store, ElementNumbers& numbers, const std::st
   return group;
 }
 
+// The positions of the objects of each group, in model order: one pass over the model
+// instead of one for each group.
+template <std::size_t Groups>
+using MembersOfGroups = std::array<std::vector<int>, Groups>;
+
 void FillFrameElements(const VaskModelObj& model, TrelkStore& store, ElementNumbers& numbers) {
-  std::array<std::int32_t, kFrameGroups.size()> counts{};
+  MembersOfGroups<kFrameGroups.size()> members;
   for (int f = 1; f <= model.FrameNum(); ++f) {
     const VaskFrameObj& frame = *model.FrameObj(f);
     for (std::size_t g = 0; g < kFrameGroups.size(); ++g) {
-      if (InGroup(frame, kFrameGroups[g])) ++counts[g];
+      if (InGroup(frame, kFrameGroups[g])) members[g].push_back(f);
     }
   }
   for (std::size_t g = 0; g < kFrameGroups.size(); ++g) {
-    const std::int32_t n = counts[g];
+    const auto n = static_cast<std::int32_t>(members[g].size());
     if (n == 0) continue;
     const FrameGroup& layout = kFrameGroups[g];
     const std::int32_t group = OpenGroup(store, numbers, layout.name, layout.kind, n);
     std::int32_t k = 1;
-    for (int f = 1; f <= model.FrameNum(); ++f) {
+    for (const int f : members[g]) {
       VaskFrameObj& frame = *model.FrameObj(f);
-      if (!InGroup(frame, layout)) continue;
       const std::int32_t elem = store.AddTrelkElem();
       const std::int32_t next = k == n ? 0 : numbers.next_elem + 1;
       FillTrelkElemRecord(store, elem, group, 0, next, kSourceCompound, kKindFrameCompound,
@@ -175,7 +180,7 @@ constexpr std::array<EmbedEdge, 2> kLeftToRight = {{{1, 2, 1}, {3, 4, 3}}};
 constexpr std::array<EmbedEdge, 2> kRightToLeft = {{{2, 1, 2}, {4, 3, 4}}};
 
 void FillAreaElements(const VaskModelObj& model, TrelkStore& store, ElementNumbers& numbers) {
-  std::array<std::int32_t, kAreaGroups.size()> counts{};
+  MembersOfGroups<kAreaGroups.size()> members;
   std::int32_t left_to_right = 0;
   std::int32_t right_to_left = 0;
   const auto count_edges = [&](const VaskAreaObj& area) {
@@ -193,7 +198,7 @@ void FillAreaElements(const VaskModelObj& model, TrelkStore& store, ElementNumbe
     const AreaSection* section = ShellSectionOf(area);
     if (section == nullptr) continue;
     for (std::size_t g = 0; g < kAreaGroups.size(); ++g) {
-      if (kAreaGroups[g].selects(area, *section)) ++counts[g];
+      if (kAreaGroups[g].selects(area, *section)) members[g].push_back(a);
     }
     const bool thin_wall = section->ShellType == 1 && section->PropMatObj != nullptr &&
                            area.Orientation == kWall;
@@ -201,15 +206,14 @@ void FillAreaElements(const VaskModelObj& model, TrelkStore& store, ElementNumbe
   }
 
   for (std::size_t g = 0; g < kAreaGroups.size(); ++g) {
-    const std::int32_t n = counts[g];
+    const auto n = static_cast<std::int32_t>(members[g].size());
     if (n == 0) continue;
     const AreaGroup& layout = kAreaGroups[g];
     const std::int32_t group = OpenGroup(store, numbers, layout.name, layout.kind, n);
     std::int32_t k = 1;
-    for (int a = 1; a <= model.AreaNum(); ++a) {
+    for (const int a : members[g]) {
       VaskAreaObj& area = *model.AreaObj(a);
       const AreaSection* section = ShellSectionOf(area);
-      if (section == nullptr || !layout.selects(area, *section)) continue;
       const std::int32_t elem = store.AddTrelkElem();
       const std::int32_t next = k == n ? 0 : numbers.next_elem + 1;
       // The nodes go crosswise: the target walks the corners 1, 2, 4, 3.
