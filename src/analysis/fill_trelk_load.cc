@@ -5,6 +5,8 @@
 #include <cmath>
 #include <stdexcept>
 #include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "analysis/fill_trelk_nodal_mass.h"
@@ -366,6 +368,28 @@ void FillTrelkLoadNode(VaskModelObj& model, TrelkStore& store) {
   }
   store.AllocateLoadNodePatterns(n + 2);
 
+  // The items of each pattern that carries nodal loads, in the order of the load objects
+  // and of their items: one pass over the nodal loads instead of one for each pattern.
+  // Patterns may share a label; each of them takes the items of that label.
+  struct Item {
+    int load;
+    int item;
+  };
+  std::unordered_map<std::string_view, std::vector<int>> patterns_named;
+  std::vector<std::vector<Item>> items_of(static_cast<std::size_t>(model.LoadPatternNum()) + 1);
+  for (int i = 1; i <= model.LoadPatternNum(); ++i) {
+    const VaskLoadPatternObj& pattern = *model.LoadPatternObj(i);
+    if (pattern.LoadNodeNotEmpty) patterns_named[pattern.Label].push_back(i);
+  }
+  for (int l = 1; l <= model.LoadNodeNum(); ++l) {
+    const VaskLoadNodeObj& load = *model.LoadNodeObj(l);
+    for (int j = 1; j <= load.ItemNum; ++j) {
+      const auto named = patterns_named.find(load.LoadPattern(j));
+      if (named == patterns_named.end()) continue;
+      for (const int i : named->second) items_of[static_cast<std::size_t>(i)].push_back({l, j});
+    }
+  }
+
   // The node of each nodal load object, looked up once rather than once for each pattern
   // (nodes do not change while the structure is filled); 0 until needed.
   std::vector<int> node_of(static_cast<std::size_t>(model.LoadNodeNum()) + 1, 0);
@@ -377,27 +401,24 @@ void FillTrelkLoadNode(VaskModelObj& model, TrelkStore& store) {
     const std::string name = NameWithSuffix("LoadNode-", pattern.Label, i);
     WritePatternRecord(store.LoadNodePatterns.Record(k), name, load_pattern_rec::kCodeLoadNode);
     pattern.TrelkLoadPatternNodeName = name;
-    for (int l = 1; l <= model.LoadNodeNum(); ++l) {
+    for (const auto [l, j] : items_of[static_cast<std::size_t>(i)]) {
       const VaskLoadNodeObj& load = *model.LoadNodeObj(l);
-      for (int j = 1; j <= load.ItemNum; ++j) {
-        if (load.LoadPattern(j) != pattern.Label) continue;
-        int& known = node_of[static_cast<std::size_t>(l)];
-        if (known == 0) known = model.NodeIdGet(load.Label);
-        const int id = known;
-        if (id == -1) {
-          model.NoteDrop("nodal load", load.Label + " (" + pattern.Label + ")",
-                         "its point is not a node of the model");
-          continue;
-        }
-        RecordRef rec = store.LoadNodeValue.Element({k, id});
-        rec.SetReal(load_node_value_rec::F1, load.F1(j));
-        rec.SetReal(load_node_value_rec::F2, load.F2(j));
-        rec.SetReal(load_node_value_rec::F3, load.F3(j));
-        rec.SetReal(load_node_value_rec::M1, load.M1(j));
-        rec.SetReal(load_node_value_rec::M2, load.M2(j));
-        rec.SetReal(load_node_value_rec::M3, load.M3(j));
-        rec.SetReal(load_node_value_rec::Used, 1.0);
+      int& known = node_of[static_cast<std::size_t>(l)];
+      if (known == 0) known = model.NodeIdGet(load.Label);
+      const int id = known;
+      if (id == -1) {
+        model.NoteDrop("nodal load", load.Label + " (" + pattern.Label + ")",
+                       "its point is not a node of the model");
+        continue;
       }
+      RecordRef rec = store.LoadNodeValue.Element({k, id});
+      rec.SetReal(load_node_value_rec::F1, load.F1(j));
+      rec.SetReal(load_node_value_rec::F2, load.F2(j));
+      rec.SetReal(load_node_value_rec::F3, load.F3(j));
+      rec.SetReal(load_node_value_rec::M1, load.M1(j));
+      rec.SetReal(load_node_value_rec::M2, load.M2(j));
+      rec.SetReal(load_node_value_rec::M3, load.M3(j));
+      rec.SetReal(load_node_value_rec::Used, 1.0);
     }
   }
 

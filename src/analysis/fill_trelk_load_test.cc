@@ -260,6 +260,29 @@ TEST_F(LoadFill, ALaterObjectOfTheSameNodeAndPatternReplacesTheEarlier) {
   EXPECT_EQ(NodeValue(1, a->id), NodeValueBytes(0, 0, -2, 0, 0, 0, 1));
 }
 
+// Two patterns of one label each take the nodal loads of that label; a pattern without
+// nodal loads in between takes no place, and items of other labels go to their own.
+TEST_F(LoadFill, PatternsOfOneLabelEachTakeItsNodalLoads) {
+  Pattern("DEAD")->LoadNodeNotEmpty = true;
+  Pattern("EMPTY");
+  Pattern("LIVE")->LoadNodeNotEmpty = true;
+  Pattern("DEAD")->LoadNodeNotEmpty = true;
+  VaskNodeObj* a = Node("A");
+  VaskNodeObj* b = Node("B");
+  VaskLoadNodeObj* la = NodeLoad("A", "LIVE", {0, 0, -1, 0, 0, 0});
+  AddNodeItem(la, "DEAD", {0, 0, -4, 0, 0, 0});
+  NodeLoad("B", "DEAD", {2, 0, 0, 0, 0, 0});
+  FillNodesAndMass();
+  FillTrelkLoadNode(model, store);
+  ASSERT_EQ(store.LoadNodePatterns.Count(), 5);
+  EXPECT_EQ(NodeValue(1, a->id), NodeValueBytes(0, 0, -4, 0, 0, 0, 1));
+  EXPECT_EQ(NodeValue(1, b->id), NodeValueBytes(2, 0, 0, 0, 0, 0, 1));
+  EXPECT_EQ(NodeValue(2, a->id), NodeValueBytes(0, 0, -1, 0, 0, 0, 1));
+  EXPECT_EQ(NodeValue(2, b->id), NodeValueBytes(0, 0, 0, 0, 0, 0, 0));
+  EXPECT_EQ(NodeValue(3, a->id), NodeValueBytes(0, 0, -4, 0, 0, 0, 1));
+  EXPECT_EQ(NodeValue(3, b->id), NodeValueBytes(2, 0, 0, 0, 0, 0, 1));
+}
+
 TEST_F(LoadFill, ALoadOnANodeTheModelDoesNotKnowIsSkipped) {
   Pattern("DEAD")->LoadNodeNotEmpty = true;
   VaskNodeObj* a = Node("A");
