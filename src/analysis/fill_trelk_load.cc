@@ -460,6 +460,41 @@ ElemLoadSubGroupCatalogue CatalogueElemLoadSubGroups(VaskModelObj& model,
     }
   }
 
+  // The frames of each group that hold a load object of each pattern's label, in model
+  // order, gathered in one pass over the frames: a frame without one takes no subgroup
+  // and has nothing to tell. Patterns may share a label.
+  std::unordered_map<std::string_view, std::vector<std::int32_t>> patterns_named;
+  std::int32_t patterns = 0;
+  for (int i = 1; i <= model.LoadPatternNum(); ++i) {
+    const VaskLoadPatternObj& pattern = *model.LoadPatternObj(i);
+    if (pattern.LoadElementNotEmpty) patterns_named[pattern.Label].push_back(++patterns);
+  }
+  const auto slot = [groups](std::int32_t q, std::int32_t g) {
+    return static_cast<std::size_t>(q - 1) * static_cast<std::size_t>(groups) +
+           static_cast<std::size_t>(g - 1);
+  };
+  std::vector<std::vector<const VaskFrameObj*>> loaded(static_cast<std::size_t>(patterns) *
+                                                       static_cast<std::size_t>(groups));
+  std::vector<std::string_view> labels_seen;
+  for (std::int32_t g = 1; g <= groups; ++g) {
+    for (const VaskFrameObj* frame : frames_of[static_cast<std::size_t>(g)]) {
+      labels_seen.clear();
+      const auto take = [&](const std::string& label) {
+        if (std::find(labels_seen.begin(), labels_seen.end(), label) != labels_seen.end()) return;
+        labels_seen.push_back(label);
+        const auto named = patterns_named.find(label);
+        if (named == patterns_named.end()) return;
+        for (const std::int32_t q : named->second) loaded[slot(q, g)].push_back(frame);
+      };
+      for (int k = 1; k <= frame->LoadFrameDistributedNum(); ++k) {
+        take(frame->LoadFrameDistributedObj(k)->PatternLabel);
+      }
+      for (int k = 1; k <= frame->LoadFramePointNum(); ++k) {
+        take(frame->LoadFramePointObj(k)->PatternLabel);
+      }
+    }
+  }
+
   std::int32_t q = 0;
   for (int i = 1; i <= model.LoadPatternNum(); ++i) {
     const VaskLoadPatternObj& pattern = *model.LoadPatternObj(i);
@@ -467,7 +502,7 @@ ElemLoadSubGroupCatalogue CatalogueElemLoadSubGroups(VaskModelObj& model,
     ++q;
     for (std::int32_t g = 1; g <= groups; ++g) {
       std::int32_t s = 0;
-      for (const VaskFrameObj* frame : frames_of[static_cast<std::size_t>(g)]) {
+      for (const VaskFrameObj* frame : loaded[slot(q, g)]) {
         const VaskLoadFrameDistObj* dist = FirstDistOf(*frame, pattern.Label);
         const VaskLoadFramePointObj* point = FirstPointOf(*frame, pattern.Label);
         if (model.DropObserverIfAny() != nullptr) NoteLaterLoadSets(model, *frame, pattern.Label);

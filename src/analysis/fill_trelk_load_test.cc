@@ -575,6 +575,39 @@ TEST_F(LoadFill, AFrameOutsideEveryElementGroupTakesNoLoad) {
   EXPECT_EQ(store.LoadFrameValues.Count(), 0);
 }
 
+// Two frame patterns of one label each take the frames loaded in it, a frame holding a
+// distributed and a point object of it once; a pattern of another label in between only
+// its own.
+TEST_F(LoadFill, FramePatternsOfOneLabelEachTakeTheFramesLoadedInIt) {
+  Pattern("DEAD")->LoadElementNotEmpty = true;
+  Pattern("LIVE")->LoadElementNotEmpty = true;
+  Pattern("DEAD")->LoadElementNotEmpty = true;
+  Elements(1, 3);
+  VaskFrameObj* a = Frame(1, 2);
+  Dist(a, "DEAD", {{0.0, 1.0, 1.0, 1.0}});
+  Point(a, "DEAD", {{{0.5, 2.0}}});
+  VaskFrameObj* b = Frame(1, 3);
+  Dist(b, "LIVE", {{0.0, 1.0, 3.0, 3.0}});
+  FillTrelkLoadFrame(model, store);
+  ASSERT_EQ(store.LoadFramePatterns.Count(), 3);
+  EXPECT_EQ(ElemIndex(1, 2), 1);
+  EXPECT_EQ(ElemIndex(1, 3), 0);
+  EXPECT_EQ(ElemIndex(2, 2), 0);
+  EXPECT_EQ(ElemIndex(2, 3), 1);
+  EXPECT_EQ(ElemIndex(3, 2), 1);
+  EXPECT_EQ(ElemIndex(3, 3), 0);
+  EXPECT_EQ(GroupIndex(1, 1), 1);
+  EXPECT_EQ(GroupIndex(2, 1), 1);
+  EXPECT_EQ(GroupIndex(3, 1), 1);
+  EXPECT_EQ(GroupValue(1, 1, 1).GetInt(load_frame_group_value_rec::ElemCount), 1);
+  EXPECT_EQ(GroupValue(1, 3, 1).GetInt(load_frame_group_value_rec::ElemCount), 1);
+  // Distributed and point item of a in both DEAD patterns, b's item in LIVE.
+  ASSERT_EQ(store.LoadFrameValues.Count(), 5);
+  EXPECT_EQ(Item(1).GetReal(load_frame_value_rec::Value1), 1.0);
+  EXPECT_EQ(Item(3).GetReal(load_frame_value_rec::Value1), 3.0);
+  EXPECT_EQ(Item(4).GetReal(load_frame_value_rec::Value1), 1.0);
+}
+
 TEST_F(LoadFill, AnObjectWithNoItemsCountsAsNone) {
   Pattern("DEAD")->LoadElementNotEmpty = true;
   Elements(1, 3);
