@@ -35,9 +35,7 @@ void BuildLoadedFrames(VaskModelObj& model, TrelkStore& store, int frames, bool 
     dist->CSys = "GLOBAL";
     dist->LoadType = 1;
     dist->ItemNum = 1;
-    for (OneBasedList<double>* list : {&dist->RD1, &dist->RD2, &dist->Val1, &dist->Val2}) {
-      if (list->Num() < 1) list->Redim(1);
-    }
+    if (dist->ItemsKept() < 1) dist->KeepItems(1);
     dist->RD1(1) = 0.0;
     dist->RD2(1) = 1.0;
     dist->Val1(1) = 2.5 + own;
@@ -48,8 +46,7 @@ void BuildLoadedFrames(VaskModelObj& model, TrelkStore& store, int frames, bool 
     point->CSys = "GLOBAL";
     point->LoadType = 1;
     point->ItemNum = 1;
-    point->RD.Redim(1);
-    point->Val.Redim(1);
+    point->KeepItems(1);
     point->RD(1) = 0.5;
     point->Val(1) = 10.0 + own;
   }

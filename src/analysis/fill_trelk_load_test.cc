@@ -51,12 +51,6 @@ std::vector<std::uint8_t> NodeValueBytes(float f1, float f2, float f3, float m1,
       .Bytes();
 }
 
-// Sets item i of a list, making room when the list is shorter.
-void SetItem(OneBasedList<double>& list, int i, double value) {
-  if (list.Num() < i) list.Redim(i);
-  list(i) = value;
-}
-
 class LoadFill : public ::testing::Test {
  protected:
   LoadFill() : model(host) { store.InitTrelkStore(); }
@@ -113,12 +107,13 @@ class LoadFill : public ::testing::Test {
     d->CSys = csys;
     d->LoadType = 1;
     d->ItemNum = static_cast<int>(items.size());
+    d->KeepItems(d->ItemNum);
     for (int i = 1; i <= d->ItemNum; ++i) {
       const auto& item = items[static_cast<std::size_t>(i - 1)];
-      SetItem(d->RD1, i, item[0]);
-      SetItem(d->RD2, i, item[1]);
-      SetItem(d->Val1, i, item[2]);
-      SetItem(d->Val2, i, item[3]);
+      d->RD1(i) = item[0];
+      d->RD2(i) = item[1];
+      d->Val1(i) = item[2];
+      d->Val2(i) = item[3];
     }
     return d;
   }
@@ -131,9 +126,10 @@ class LoadFill : public ::testing::Test {
     p->CSys = "GLOBAL";
     p->LoadType = 1;
     p->ItemNum = static_cast<int>(items.size());
+    p->KeepItems(p->ItemNum);
     for (int i = 1; i <= p->ItemNum; ++i) {
-      SetItem(p->RD, i, items[static_cast<std::size_t>(i - 1)][0]);
-      SetItem(p->Val, i, items[static_cast<std::size_t>(i - 1)][1]);
+      p->RD(i) = items[static_cast<std::size_t>(i - 1)][0];
+      p->Val(i) = items[static_cast<std::size_t>(i - 1)][1];
     }
     return p;
   }

@@ -20,15 +20,14 @@ constexpr double kSmall = 1e-6;
 // The host's direction codes whose positive sense is upward: global Z and projected Z.
 bool IsUpwardDirection(int dir) { return dir == 6 || dir == 9; }
 
-// Lengthens the work lists to `num` entries when they are shorter; they are never
-// shortened. Only entries up to the item count are ever read, so the length beyond that
-// is the lists' own affair: growing one entry at a time (the storage underneath doubles)
-// keeps a frame with one load at a few bytes instead of room for a hundred items.
-template <class... Lists>
-void MakeRoom(int num, OneBasedList<double>& first, Lists&... rest) {
-  if (num <= first.Num()) return;
-  first.Redim(num);
-  (rest.Redim(num), ...);
+// Lengthens a work list to `num` entries when it is shorter; it is never shortened. Only
+// entries up to the item count are ever read, so the length beyond that is the list's own
+// affair: growing one entry at a time (the storage underneath doubles) keeps a frame with
+// one load at a few bytes instead of room for a hundred items.
+template <class T>
+void MakeRoom(int num, OneBasedList<T>& list) {
+  if (num <= list.Num()) return;
+  list.Redim(num);
 }
 
 // A distance or value in a note: as many digits as it takes, up to 15.
@@ -69,26 +68,16 @@ void VaskLoadNodeObj::SetLoadNode(const std::string& label, const std::string& p
 
 void VaskPairObj::AddFirstPair() {
   ItemNum = 2;
-  MakeRoom(ItemNum, dist, ValLeft, ValRight);
-  dist(1) = 0.0;
-  ValLeft(1) = 0.0;
-  ValRight(1) = 0.0;
-  dist(2) = 1.0;
-  ValLeft(2) = 0.0;
-  ValRight(2) = 0.0;
+  MakeRoom(ItemNum, items_);
+  items_(1) = {0.0, 0.0, 0.0};
+  items_(2) = {1.0, 0.0, 0.0};
 }
 
 void VaskPairObj::InsertStation(int place, double d, double left, double right) {
   ++ItemNum;
-  MakeRoom(ItemNum, dist, ValLeft, ValRight);
-  for (int m = ItemNum; m > place; --m) {
-    dist(m) = dist(m - 1);
-    ValLeft(m) = ValLeft(m - 1);
-    ValRight(m) = ValRight(m - 1);
-  }
-  dist(place) = d;
-  ValLeft(place) = left;
-  ValRight(place) = right;
+  MakeRoom(ItemNum, items_);
+  for (int m = ItemNum; m > place; --m) items_(m) = items_(m - 1);
+  items_(place) = {d, left, right};
 }
 
 void VaskPairObj::AddPair(double d1, double left1, double right1, double d2, double left2,
@@ -165,20 +154,12 @@ double LoadFrameDistributedSpanTolerance(int unitLength) {
 
 void VaskLoadFrameDistObj::AppendItem(double rd1, double rd2, double val1, double val2) {
   ++ItemNum;
-  MakeRoom(ItemNum, Val2, Val1, RD2, RD1);
-  RD1(ItemNum) = rd1;
-  RD2(ItemNum) = rd2;
-  Val1(ItemNum) = val1;
-  Val2(ItemNum) = val2;
+  MakeRoom(ItemNum, items_);
+  items_(ItemNum) = {rd1, rd2, val1, val2};
 }
 
 void VaskLoadFrameDistObj::RemoveItem(int k) {
-  for (int m = k; m < ItemNum; ++m) {
-    RD1(m) = RD1(m + 1);
-    RD2(m) = RD2(m + 1);
-    Val1(m) = Val1(m + 1);
-    Val2(m) = Val2(m + 1);
-  }
+  for (int m = k; m < ItemNum; ++m) items_(m) = items_(m + 1);
   --ItemNum;
 }
 
@@ -244,23 +225,16 @@ bool VaskLoadFrameDistObj::HasLoad() const {
 
 // ---- VaskLoadFramePointObj ----
 
-void VaskLoadFramePointObj::RedimLoadFramePoint() {
-  Val.Redim(ItemNum);
-  RD.Redim(ItemNum);
-}
+void VaskLoadFramePointObj::RedimLoadFramePoint() { items_.Redim(ItemNum); }
 
 void VaskLoadFramePointObj::AddLoadFramePoint(int dir, double rd, double val) {
   ++ItemNum;
   RedimLoadFramePoint();
-  RD(ItemNum) = rd;
-  Val(ItemNum) = IsUpwardDirection(dir) ? -val : val;
+  items_(ItemNum) = {rd, IsUpwardDirection(dir) ? -val : val};
 }
 
 void VaskLoadFramePointObj::RemoveLoadFramePoint(int k) {
-  for (int m = k; m < ItemNum; ++m) {
-    RD(m) = RD(m + 1);
-    Val(m) = Val(m + 1);
-  }
+  for (int m = k; m < ItemNum; ++m) items_(m) = items_(m + 1);
   --ItemNum;
 }
 
@@ -282,10 +256,7 @@ void VaskLoadFramePointObj::SortLoadFramePoint(const DropObserver* observer) {
   for (int i = 1; i <= n - 1; ++i) {
     for (int j = i + 1; j <= n; ++j) {
       if (std::abs(RD(i) - RD(j)) >= kSmall) {
-        if (RD(i) > RD(j)) {
-          std::swap(RD(i), RD(j));
-          std::swap(Val(i), Val(j));
-        }
+        if (RD(i) > RD(j)) std::swap(items_(i), items_(j));
       } else {
         Val(i) += Val(j);
         RemoveLoadFramePoint(j);

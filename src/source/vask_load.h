@@ -1,9 +1,10 @@
 // Load patterns and the loads of the source model.
 //
 // Small objects with the few operations that build them: the readers of the load stages
-// fill them, and the load, mass and load-case steps read them. Each per-item list is one-based and kept beside a separate
-// `ItemNum`, since a list may hold entries past the count (a removed frame point load
-// leaves its old last entry behind, and a later pass still reads it).
+// fill them, and the load, mass and load-case steps read them. Each object keeps its items
+// together in one one-based list beside a separate `ItemNum`, since the list may hold
+// entries past the count (a removed frame point load leaves its old last entry behind, and
+// a later pass still reads it).
 #pragma once
 
 #include <string>
@@ -74,8 +75,9 @@ class VaskLoadNodeObj {
 };
 
 // The work list of a piecewise linear load along a frame: stations at relative distances,
-// ascending, with the value just left and just right of each. The lists start empty and
-// grow as stations arrive; no step reads them past ItemNum.
+// ascending, with the value just left and just right of each. The stations are kept
+// together, each distance with its two values; they start empty and grow as stations
+// arrive, and no step reads them past ItemNum.
 class VaskPairObj {
  public:
   // Starts the list with the two ends of the frame, 0 and 1, carrying nothing.
@@ -87,14 +89,31 @@ class VaskPairObj {
   // station carrying the value the list had there.
   void AddPair(double d1, double left1, double right1, double d2, double left2, double right2);
 
-  OneBasedList<double> dist;
-  OneBasedList<double> ValLeft;
-  OneBasedList<double> ValRight;
+  // Station i, 1 up to ItemsKept(): its distance and the values left and right of it.
+  double& dist(int i) { return items_(i).dist; }
+  double dist(int i) const { return items_(i).dist; }
+  double& ValLeft(int i) { return items_(i).left; }
+  double ValLeft(int i) const { return items_(i).left; }
+  double& ValRight(int i) { return items_(i).right; }
+  double ValRight(int i) const { return items_(i).right; }
+  // How many stations are kept: at least ItemNum once a station has arrived.
+  int ItemsKept() const { return items_.Num(); }
+  // Sets how many stations are kept; new ones stand at 0 carrying nothing.
+  void KeepItems(int num) { items_.Redim(num); }
+
   int ItemNum = 0;
 
  private:
+  struct Item {
+    double dist = 0.0;
+    double left = 0.0;
+    double right = 0.0;
+  };
+
   // Puts a station at `place`, moving the stations from there on one place up.
   void InsertStation(int place, double d, double left, double right);
+
+  OneBasedList<Item> items_;
 };
 
 // The value at x of the straight line through (x1, y1) and (x2, y2), taken only between the
@@ -108,8 +127,10 @@ double Interpolate(double x, double x1, double y1, double x2, double y2);
 double LoadFrameDistributedSpanTolerance(int unitLength);
 
 // The distributed loads of one frame in one pattern; values positive downward, distances
-// relative to the frame length. The item lists start empty and grow as items arrive; they
-// never shrink, so after a sort has joined pieces they may hold entries past ItemNum, which
+// relative to the frame length. The items are kept together, each piece's two distances
+// with its two values, in one list for the object: a large building has a million of
+// these objects, most with one item. The list starts empty and grows as items arrive; it
+// never shrinks, so after a sort has joined pieces it may hold entries past ItemNum, which
 // nothing reads. (Room for a hundred items kept in advance would cost some 6 KB for each
 // frame and pattern, most of the memory of a large building, and changes no output.)
 class VaskLoadFrameDistObj {
@@ -128,10 +149,22 @@ class VaskLoadFrameDistObj {
 
   std::string Label;
   int ItemNum = 0;
-  OneBasedList<double> Val2;
-  OneBasedList<double> Val1;
-  OneBasedList<double> RD2;
-  OneBasedList<double> RD1;
+
+  // Item i, 1 up to ItemsKept() (only 1 to ItemNum are read): where the piece starts and
+  // ends, and its values there.
+  double& RD1(int i) { return items_(i).rd1; }
+  double RD1(int i) const { return items_(i).rd1; }
+  double& RD2(int i) { return items_(i).rd2; }
+  double RD2(int i) const { return items_(i).rd2; }
+  double& Val1(int i) { return items_(i).val1; }
+  double Val1(int i) const { return items_(i).val1; }
+  double& Val2(int i) { return items_(i).val2; }
+  double Val2(int i) const { return items_(i).val2; }
+  // How many items are kept: the most ItemNum has been, which a sort may have lowered since.
+  int ItemsKept() const { return items_.Num(); }
+  // Sets how many items are kept; new ones hold zeros.
+  void KeepItems(int num) { items_.Redim(num); }
+
   // Nothing writes it, so it reads 0.
   int Dir = 0;
   std::string CSys;
@@ -141,13 +174,23 @@ class VaskLoadFrameDistObj {
   VaskPairObj PairObj;
 
  private:
+  struct Item {
+    double rd1 = 0.0;
+    double rd2 = 0.0;
+    double val1 = 0.0;
+    double val2 = 0.0;
+  };
+
   void AppendItem(double rd1, double rd2, double val1, double val2);
   void RemoveItem(int k);
+
+  OneBasedList<Item> items_;
 };
 
-// The point loads of one frame in one pattern; values positive downward. The item lists
-// are sized to ItemNum when an item is added; removing one leaves them as they are, so
-// the entries past ItemNum still hold what the last places held before.
+// The point loads of one frame in one pattern; values positive downward. The items are
+// kept together, each distance with its value, in one list sized to ItemNum when an item
+// is added; removing one leaves the list as it is, so the entries past ItemNum still hold
+// what the last places held before.
 class VaskLoadFramePointObj {
  public:
   // Appends a load at rd; the upward directions 6 and 9 are stored negated.
@@ -157,18 +200,28 @@ class VaskLoadFramePointObj {
   // reading the old entries past ItemNum, and a fold with one of those shortens it again.
   // A load that is lost that way is told to `observer`, when there is one.
   void SortLoadFramePoint(const DropObserver* observer = nullptr);
-  // Moves the items above k one place down and lowers ItemNum by 1; the lists keep their
+  // Moves the items above k one place down and lowers ItemNum by 1; the list keeps its
   // length.
   void RemoveLoadFramePoint(int k);
-  // Sizes the item lists to ItemNum.
+  // Sizes the item list to ItemNum.
   void RedimLoadFramePoint();
   // True when an item has |Val| above 1e-6.
   bool HasLoad() const;
 
   int ItemNum = 0;
   std::string Label;
-  OneBasedList<double> Val;
-  OneBasedList<double> RD;
+
+  // Item i, 1 up to ItemsKept(), past ItemNum too (see SortLoadFramePoint): where the load
+  // stands and its value.
+  double& RD(int i) { return items_(i).rd; }
+  double RD(int i) const { return items_(i).rd; }
+  double& Val(int i) { return items_(i).val; }
+  double Val(int i) const { return items_(i).val; }
+  // How many items are kept: ItemNum, or more after a removal.
+  int ItemsKept() const { return items_.Num(); }
+  // Sets how many items are kept; new ones hold zeros.
+  void KeepItems(int num) { items_.Redim(num); }
+
   // Never written.
   int Direction = 0;
   std::string CSys;
@@ -176,10 +229,17 @@ class VaskLoadFramePointObj {
   std::string PatternLabel;
 
  private:
+  struct Item {
+    double rd = 0.0;
+    double val = 0.0;
+  };
+
   // Tells `observer` of each of the `given` loads (RD, value) that the sorted list does not
   // hold as a right sort would: gone, or kept with another sum.
   void NoteSortLosses(std::vector<std::pair<double, double>> given,
                       const DropObserver& observer) const;
+
+  OneBasedList<Item> items_;
 };
 
 // The uniform loads of one area, one item per pattern. A value is kept as its decimal

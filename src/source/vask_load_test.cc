@@ -117,7 +117,7 @@ TEST(VaskPairObjTest, FirstPairIsTheTwoEndsCarryingNothing) {
   VaskPairObj pairs;
   pairs.AddFirstPair();
   EXPECT_EQ(StationsOf(pairs), (std::vector<Station>{{0, 0, 0}, {1, 0, 0}}));
-  EXPECT_EQ(pairs.dist.Num(), 2);
+  EXPECT_EQ(pairs.ItemsKept(), 2);
 }
 
 TEST(VaskPairObjTest, APieceInsideTheFrameAddsTwoStations) {
@@ -154,16 +154,12 @@ TEST(VaskPairObjTest, ADistanceWithin1e6OfAStationIsThatStation) {
   EXPECT_EQ(pairs.dist(3), 0.500002);
 }
 
-TEST(VaskPairObjTest, TheListsStartEmptyAndGrowAsStationsArrive) {
+TEST(VaskPairObjTest, TheListStartsEmptyAndGrowsAsStationsArrive) {
   VaskPairObj pairs;
-  EXPECT_EQ(pairs.dist.Num(), 0);
-  EXPECT_EQ(pairs.ValLeft.Num(), 0);
-  EXPECT_EQ(pairs.ValRight.Num(), 0);
+  EXPECT_EQ(pairs.ItemsKept(), 0);
   for (int i = 1; i <= 60; ++i) pairs.AddPair(i / 100.0, 0, 1, i / 100.0 + 0.005, 1, 0);
   EXPECT_EQ(pairs.ItemNum, 122);
-  EXPECT_EQ(pairs.dist.Num(), 122);
-  EXPECT_EQ(pairs.ValLeft.Num(), 122);
-  EXPECT_EQ(pairs.ValRight.Num(), 122);
+  EXPECT_EQ(pairs.ItemsKept(), 122);
   EXPECT_EQ(pairs.dist(1), 0);
   EXPECT_EQ(pairs.dist(2), 0.01);
   EXPECT_EQ(pairs.ValRight(2), 1);
@@ -201,18 +197,15 @@ TEST(VaskLoadFrameDistTest, UpwardDirectionsAreStoredNegated) {
                                 {0, 0.5, -1, -2}, {0, 0.5, 3, -4}, {0, 0.5, 5, 6}, {0, 0.5, 7, -8}}));
 }
 
-TEST(VaskLoadFrameDistTest, ItemListsStartEmptyAndGrowAsItemsArrive) {
+TEST(VaskLoadFrameDistTest, TheItemListStartsEmptyAndGrowsAsItemsArrive) {
   VaskLoadFrameDistObj load;
-  EXPECT_EQ(load.RD1.Num(), 0);
-  EXPECT_EQ(load.PairObj.dist.Num(), 0);
+  EXPECT_EQ(load.ItemsKept(), 0);
+  EXPECT_EQ(load.PairObj.ItemsKept(), 0);
   load.AddLoadFrameDistributed(kGravity, 0, 1, 2, 2);
-  EXPECT_EQ(load.RD1.Num(), 1);
+  EXPECT_EQ(load.ItemsKept(), 1);
   for (int i = 0; i < 100; ++i) load.AddLoadFrameDistributed(kGravity, 0, 1, 1, 1);
   EXPECT_EQ(load.ItemNum, 101);
-  EXPECT_EQ(load.RD1.Num(), 101);
-  EXPECT_EQ(load.RD2.Num(), 101);
-  EXPECT_EQ(load.Val1.Num(), 101);
-  EXPECT_EQ(load.Val2.Num(), 101);
+  EXPECT_EQ(load.ItemsKept(), 101);
   EXPECT_EQ(load.Val1(1), 2);
   EXPECT_EQ(load.Val1(101), 1);
 }
@@ -227,13 +220,13 @@ TEST(VaskLoadFrameDistTest, ASortThatJoinsPiecesKeepsTheListsAndReadsOnlyTheItem
   EXPECT_EQ(PiecesOf(load), (std::vector<Piece>{
                                 {0, 0.25, 1, 1.5}, {0.25, 0.75, 5.5, 6.5}, {0.75, 1, 2.5, 3}}));
   // The lists keep their longest length; the entry past the items is not read.
-  EXPECT_EQ(load.RD1.Num(), 4);
-  EXPECT_EQ(load.PairObj.dist.Num(), 5);
+  EXPECT_EQ(load.ItemsKept(), 4);
+  EXPECT_EQ(load.PairObj.ItemsKept(), 5);
   // A second sort adds the items again onto the stations of the first.
   load.SortLoadFrameDistributed(kMetre);
   EXPECT_EQ(PiecesOf(load), (std::vector<Piece>{
                                 {0, 0.25, 2, 3}, {0.25, 0.75, 11, 13}, {0.75, 1, 5, 6}}));
-  EXPECT_EQ(load.RD1.Num(), 4);
+  EXPECT_EQ(load.ItemsKept(), 4);
 }
 
 TEST(VaskLoadFrameDistTest, OverlappingUniformLoadsBecomeThreePieces) {
@@ -308,9 +301,7 @@ VaskLoadFrameDistObj WithNarrowLoadedSpan() {
   VaskPairObj& pairs = load.PairObj;
   pairs.AddFirstPair();
   pairs.ItemNum = 4;
-  pairs.dist.Redim(4);
-  pairs.ValLeft.Redim(4);
-  pairs.ValRight.Redim(4);
+  pairs.KeepItems(4);
   const std::vector<Station> stations = {{0, 0, 0}, {0.5, 0, 3}, {0.5000005, 3, 0}, {1, 0, 0}};
   for (int i = 1; i <= 4; ++i) {
     const Station& s = stations[static_cast<std::size_t>(i - 1)];
@@ -356,7 +347,7 @@ TEST(VaskLoadFrameDistTest, ASpanLeftOutForItsLengthIsTold) {
 
 // ---- VaskLoadFramePointObj ----
 
-TEST(VaskLoadFramePointTest, UpwardDirectionsAreStoredNegatedAndListsFitTheItems) {
+TEST(VaskLoadFramePointTest, UpwardDirectionsAreStoredNegatedAndTheListFitsTheItems) {
   VaskLoadFramePointObj load;
   load.AddLoadFramePoint(kGlobalZ, 0.1, 1);
   load.AddLoadFramePoint(kProjectedZ, 0.2, 2);
@@ -364,8 +355,7 @@ TEST(VaskLoadFramePointTest, UpwardDirectionsAreStoredNegatedAndListsFitTheItems
   load.AddLoadFramePoint(kProjectedGravity, 0.4, -4);
   EXPECT_EQ(PointsOf(load),
             (std::vector<PointLoad>{{0.1, -1}, {0.2, -2}, {0.3, 3}, {0.4, -4}}));
-  EXPECT_EQ(load.RD.Num(), 4);
-  EXPECT_EQ(load.Val.Num(), 4);
+  EXPECT_EQ(load.ItemsKept(), 4);
 }
 
 TEST(VaskLoadFramePointTest, SortOrdersByDistance) {
@@ -392,8 +382,8 @@ TEST(VaskLoadFramePointTest, AFoldReadsTheStaleTailAndDropsTheLastLoad) {
   load.AddLoadFramePoint(kGravity, 0.7, 1);
   load.SortLoadFramePoint();
   EXPECT_EQ(PointsOf(load), (std::vector<PointLoad>{{0.3, 7.5}}));
-  // The lists keep their length; what stands past ItemNum is what the fold left there.
-  ASSERT_EQ(load.RD.Num(), 3);
+  // The list keeps its length; what stands past ItemNum is what the fold left there.
+  ASSERT_EQ(load.ItemsKept(), 3);
   EXPECT_EQ(load.RD(2), 0.7);
   EXPECT_EQ(load.Val(2), 2);
 }
@@ -498,11 +488,10 @@ TEST(VaskLoadFramePointTest, RemoveMovesTheLaterItemsDownAndKeepsTheListLength) 
   load.AddLoadFramePoint(kGravity, 0.3, 3);
   load.RemoveLoadFramePoint(1);
   EXPECT_EQ(PointsOf(load), (std::vector<PointLoad>{{0.2, 2}, {0.3, 3}}));
-  ASSERT_EQ(load.RD.Num(), 3);
+  ASSERT_EQ(load.ItemsKept(), 3);
   EXPECT_EQ(load.RD(3), 0.3);
   load.RedimLoadFramePoint();
-  EXPECT_EQ(load.RD.Num(), 2);
-  EXPECT_EQ(load.Val.Num(), 2);
+  EXPECT_EQ(load.ItemsKept(), 2);
 }
 
 // ---- VaskFrameObj ----
