@@ -43,6 +43,7 @@ void VaskModelObj::ReadConstraints() {
 
   // 1-2. Diaphragms with a normal along Z (or an automatic axis); the system is not tested.
   const int num = std::min(name_count, static_cast<int>(names.size()));
+  int lastNodeId = 0;
   for (int i = 0; i < num; ++i) {
     const std::string& name = names[static_cast<std::size_t>(i)];
     int type = 0;
@@ -60,13 +61,20 @@ void VaskModelObj::ReadConstraints() {
     }
     const auto found = assignments_of.find(name);
     if (found == assignments_of.end()) continue;
+    // The first constraint of the name, made at the first assignment when there is none;
+    // nothing else changes the constraints in between.
+    VaskConstraintObj* constraint = nullptr;
     for (int a : found->second) {
-      VaskConstraintObj* constraint = ConstraintFind(name);
+      if (constraint == nullptr) constraint = ConstraintFind(name);
       if (constraint == nullptr) {
         constraint = ConstraintAdd();
         constraint->Label = name;
       }
-      constraint->NodeAdd(NodeObjGet(point_names[static_cast<std::size_t>(a)]));
+      // The host lists the points of a diaphragm mostly in model order: the node after
+      // the last one found is tried first.
+      VaskNodeObj* node = NodeObjNear(point_names[static_cast<std::size_t>(a)], lastNodeId + 1);
+      if (node != nullptr) lastNodeId = node->id;
+      constraint->NodeAdd(node);
     }
   }
 
