@@ -165,21 +165,32 @@ const char* const kModelWithDropsOnBothSides = R"({"format": "vask-model", "vers
              "uniform_loads": [{"pattern": "DEAD", "csys": "Local", "dir": 3, "value": 2}]}],
   "load_patterns": [{"name": "DEAD", "self_weight_multiplier": 1}]})";
 
-TEST(SecondThreadWork, ObjectsLeftOutAreToldInTheOrderOfTheStages) {
-  TempFolder temp("notes");
+// The outcomes of transferring `text` with the second thread, while the first lingers at
+// the start of stage 11 so that the second runs all its parts ahead of their turn, and with
+// every step in turn.
+struct LingeringAndInTurn {
   std::string onTwoThreads;
-  // The first thread lingers at the start of stage 11, so that the second reads the area
-  // loads (stage 14) before the frames' loads are read: their notes must wait their turn.
+  std::string inTurn;
+};
+
+LingeringAndInTurn TransferLingeringAndInTurn(const std::string& text, const char* folder) {
+  TempFolder temp(folder);
+  LingeringAndInTurn outcomes;
   TransferProgress lingering;
   lingering.on_read_stage = [](int stage, std::string_view) {
     if (stage == 11) std::this_thread::sleep_for(std::chrono::milliseconds(100));
   };
-  Transfer(kModelWithDropsOnBothSides, kSource, temp.Path() / "two", onTwoThreads, lingering);
-  std::string inTurn;
-  {
-    const InTurn on;
-    Transfer(kModelWithDropsOnBothSides, kSource, temp.Path() / "one", inTurn);
-  }
+  Transfer(text, kSource, temp.Path() / "two", outcomes.onTwoThreads, lingering);
+  const InTurn on;
+  Transfer(text, kSource, temp.Path() / "one", outcomes.inTurn);
+  return outcomes;
+}
+
+TEST(SecondThreadWork, ObjectsLeftOutAreToldInTheOrderOfTheStages) {
+  // The second thread reads the area loads (stage 14) and classes the frames (stage 20)
+  // before the frames' loads are read: their notes must wait their turn.
+  const auto [onTwoThreads, inTurn] =
+      TransferLingeringAndInTurn(kModelWithDropsOnBothSides, "notes");
   EXPECT_EQ(onTwoThreads, inTurn);
   const std::vector<std::string> inOrder = {"left out: frame distributed load B1 (DEAD)",
                                             "left out: frame distributed load AL1 (DEAD)",
@@ -219,19 +230,8 @@ const char* const kModelStoppedOnTheSecondThread = R"({"format": "vask-model", "
   "mass_source": {"option": 1}})";
 
 TEST(SecondThreadWork, AFailureOfTheSecondThreadComesAtItsStage) {
-  TempFolder temp("stopped");
-  std::string onTwoThreads;
-  TransferProgress lingering;
-  lingering.on_read_stage = [](int stage, std::string_view) {
-    if (stage == 11) std::this_thread::sleep_for(std::chrono::milliseconds(100));
-  };
-  Transfer(kModelStoppedOnTheSecondThread, kSource, temp.Path() / "two", onTwoThreads,
-           lingering);
-  std::string inTurn;
-  {
-    const InTurn on;
-    Transfer(kModelStoppedOnTheSecondThread, kSource, temp.Path() / "one", inTurn);
-  }
+  const auto [onTwoThreads, inTurn] =
+      TransferLingeringAndInTurn(kModelStoppedOnTheSecondThread, "stopped");
   EXPECT_EQ(onTwoThreads, inTurn);
   EXPECT_EQ(onTwoThreads,
             "left out: frame distributed load B1 (DEAD): in the local system \"Local\"\n"
