@@ -5,6 +5,7 @@
 #include <optional>
 #include <cstdint>
 #include <exception>
+#include <initializer_list>
 #include <stdexcept>
 #include <system_error>
 #include <thread>
@@ -411,17 +412,39 @@ void JsonModelHost::BuildConnectivity() {
   for (const model_file::Area& area : model_.areas) ends += area.points.size();
   std::vector<std::uint32_t> pointOf;
   pointOf.reserve(ends);
-  const auto find = [&](const std::string& pointName) {
+  // Frames and areas come mostly in rows, so each end or corner is first looked for one
+  // point on from the one before, or where it was; a guess holds only for the first point
+  // of the name, which is what the index answers.
+  const auto find = [&](const std::string& pointName, std::initializer_list<std::size_t> guesses) {
+    for (const std::size_t guess : guesses) {
+      if (guess < model_.points.size() && model_.points[guess].name == pointName &&
+          pointIndex_.IsFirst(guess)) {
+        return static_cast<std::uint32_t>(guess);
+      }
+    }
     const std::size_t point = pointIndex_.Find(pointName);
     return point == NameIndex::kAbsent ? kNoPoint : static_cast<std::uint32_t>(point);
   };
+  const auto oneOn = [](std::uint32_t point) {
+    return point == kNoPoint ? NameIndex::kAbsent : std::size_t{point} + 1;
+  };
+  std::uint32_t lastI = kNoPoint;
+  std::uint32_t lastJ = kNoPoint;
   for (const model_file::Frame& frame : model_.frames) {
-    pointOf.push_back(find(frame.pointI));
-    pointOf.push_back(find(frame.pointJ));
+    const std::uint32_t i = find(frame.pointI, {oneOn(lastI), lastJ});
+    const std::uint32_t j = find(frame.pointJ, {oneOn(lastJ), oneOn(i)});
+    pointOf.push_back(i);
+    pointOf.push_back(j);
+    lastI = i;
+    lastJ = j;
   }
   frameEndPoints_.assign(pointOf.begin(), pointOf.end());
+  std::uint32_t lastCorner = kNoPoint;
   for (const model_file::Area& area : model_.areas) {
-    for (const std::string& corner : area.points) pointOf.push_back(find(corner));
+    for (const std::string& corner : area.points) {
+      lastCorner = find(corner, {oneOn(lastCorner), lastCorner});
+      pointOf.push_back(lastCorner);
+    }
   }
 
   connectionStart_.assign(model_.points.size() + 1, 0);

@@ -905,6 +905,30 @@ TEST(JsonModelHostLoads, AFramesLengthIsMeasuredBetweenTheFirstPointsOfItsEndNam
   EXPECT_EQ(points.absolute, (Reals{0.75}));
 }
 
+TEST(JsonModelHostLoads, AnEndAfterTheLastEndsIsTakenOnlyAsTheFirstPointOfItsName) {
+  // The second "A" stands one point on from F1's I end, where F2's I end is looked for
+  // first: F2 still runs from the first A (0, 0, 0) to C (0, 0, 6).
+  const auto model = JsonModelHost::FromText(
+      R"({"format": "vask-model", "version": 1, "units": 6,
+          "points": [{"name": "A", "x": 0, "y": 0, "z": 0}, {"name": "B", "x": 0, "y": 0, "z": 3},
+                     {"name": "A", "x": 5, "y": 0, "z": 0}, {"name": "C", "x": 0, "y": 0, "z": 6}],
+          "frames": [{"name": "F1", "section": "S", "i": "B", "j": "C"},
+                     {"name": "F2", "section": "S", "i": "A", "j": "C",
+                      "distributed_loads": [{"pattern": "P", "dir": 10, "rd1": 0.5, "rd2": 1,
+                                             "val1": 1, "val2": 1}]}]})",
+      "twice.json", "/models");
+  DistributedLoads loads;
+  EXPECT_EQ(loads.Get(*model, "F2", ItemType::Object), 0);
+  EXPECT_EQ(loads.dist1, (Reals{3}));
+  EXPECT_EQ(loads.dist2, (Reals{6}));
+  int count = 0;
+  Ints types;
+  Names names;
+  Ints numbers;
+  ASSERT_EQ(model->GetPointConnectivity("A", count, types, names, numbers), 0);
+  EXPECT_EQ(names, N({"F2"}));
+}
+
 TEST_F(JsonModelHostTest, DistributedLoadsOfGroupsAndUnknownNames) {
   DistributedLoads loads;
   EXPECT_EQ(loads.Get(*host, "ALL", ItemType::Group), 0);
