@@ -19,6 +19,8 @@
 #include <thread>
 #include <vector>
 
+#include <fmt/format.h>
+
 #include "generate_building.h"
 #include "hosts/json_model_host.h"
 #include "source/literal_look_ups.h"
@@ -239,6 +241,80 @@ TEST(SecondThreadWork, AFailureOfTheSecondThreadComesAtItsStage) {
             "costs the area every load of its kind\n"
             "stopped: Frame \"Z1\": its end nodes \"P4\" and \"P7\" coincide; a frame of "
             "zero length has no orientation.\n");
+}
+
+// A model of one point with a nodal load in each of `patterns` load patterns, and
+// `steel_sections` steel frame sections besides, which become beam sections whether a
+// frame uses them or not.
+std::string ManyNodalLoadPatterns(int patterns, int steel_sections) {
+  std::string json = R"({"format": "vask-model", "version": 1, "units": 6,
+ "materials": [{"name": "S355", "type": 1}],
+ "points": [{"name": "A", "x": 0, "y": 0, "z": 0, "forces": [)";
+  for (int i = 1; i <= patterns; ++i) {
+    json += fmt::format(R"({}{{"pattern": "P{}", "values": [1, 0, 0, 0, 0, 0]}})",
+                        i == 1 ? "" : ",", i);
+  }
+  json += R"(]}],
+ "load_patterns": [)";
+  for (int i = 1; i <= patterns; ++i) {
+    json += fmt::format(R"({}{{"name": "P{}", "type": 1}})", i == 1 ? "" : ",", i);
+  }
+  json += R"(],
+ "frame_sections": [)";
+  for (int i = 1; i <= steel_sections; ++i) {
+    json += fmt::format(R"({}{{"name": "S{}", "type": 1, "material": "S355"}})",
+                        i == 1 ? "" : ",", i);
+  }
+  json += "]}";
+  return json;
+}
+
+// The outcomes of transferring `text` with the second thread, while the first lingers at
+// the start of transfer stage `lingerAt` so that the second fills its parts ahead of their
+// turn, and with every step in turn; each ends with the last stage begun.
+LingeringAndInTurn TransferLingeringInTheFillAndInTurn(const std::string& text,
+                                                       const char* folder, int lingerAt) {
+  TempFolder temp(folder);
+  LingeringAndInTurn outcomes;
+  std::string lastStage;
+  TransferProgress progress;
+  progress.on_stage = [&lastStage, lingerAt](int stage, std::string_view name) {
+    lastStage = name;
+    if (stage == lingerAt) std::this_thread::sleep_for(std::chrono::milliseconds(300));
+  };
+  Transfer(text, kSource, temp.Path() / "two", outcomes.onTwoThreads, progress);
+  outcomes.onTwoThreads += "last stage: " + lastStage + "\n";
+  const InTurn on;
+  Transfer(text, kSource, temp.Path() / "one", outcomes.inTurn, progress);
+  outcomes.inTurn += "last stage: " + lastStage + "\n";
+  return outcomes;
+}
+
+// The nodal loads are filled on the second thread while the first makes the components
+// and elements. Load patterns with nodal loads take one record each and two more for the
+// accelerations, in a list made at once with room for ten more, and that room is an i16
+// of the file: 32,755 patterns fit, 32,756 (count 32,758, room 32,768) do not. The
+// failure comes at stage 14, however early the second thread met it.
+TEST(SecondThreadWork, AFailureOfTheNodalLoadsComesAtTheirStage) {
+  const auto [onTwoThreads, inTurn] = TransferLingeringInTheFillAndInTurn(
+      ManyNodalLoadPatterns(32756, 0), "nodal-loads-stopped", 12);
+  EXPECT_EQ(onTwoThreads, inTurn);
+  EXPECT_EQ(onTwoThreads,
+            "stopped: Overflow: the structure can hold at most 32757 nodal load patterns; "
+            "this model needs more.\n"
+            "last stage: FillTrelkLoadNode\n");
+}
+
+// With both failures, the beam sections' (stage 8, this thread) comes first, although the
+// second thread met the nodal loads' while this one lingered.
+TEST(SecondThreadWork, AFailureOfAnEarlierStageComesBeforeOneOfTheSecondThread) {
+  const auto [onTwoThreads, inTurn] = TransferLingeringInTheFillAndInTurn(
+      ManyNodalLoadPatterns(32756, 32760), "sections-stopped", 8);
+  EXPECT_EQ(onTwoThreads, inTurn);
+  EXPECT_EQ(onTwoThreads,
+            "stopped: Overflow: the structure can hold at most 32757 beam sections; this "
+            "model needs more.\n"
+            "last stage: FillTrelkCrossSections\n");
 }
 
 class LiteralLookUpsOnRandomBuildings : public ::testing::TestWithParam<std::uint64_t> {};

@@ -24,19 +24,18 @@ constexpr int kAreaObject = 5;
 // objects needs no table of its own.
 class ElementsByLabel {
  public:
-  // `count` objects; `label(p)` and `elem(p)` of position p from 1; `first(text, hint)`
-  // the position of the first object labelled `text`, or 0, tried first at `hint` (0 for
-  // none): each object is asked for at its own position, which is the answer for every
-  // object whose label no object before it carries.
-  template <class Label, class Elem, class First>
-  ElementsByLabel(int count, Label label, Elem elem, First first)
+  // `count` objects; `elem(p)` the element of position p from 1; `firstAt(p)` the position
+  // of the first object with the label of the one at p; `first(text, hint)` the position of
+  // the first object labelled `text`, or 0, tried first at `hint` (0 for none).
+  template <class Elem, class FirstAt, class First>
+  ElementsByLabel(int count, Elem elem, FirstAt firstAt, First first)
       : elem_(static_cast<std::size_t>(count) + 1, 0),
         next_(static_cast<std::size_t>(count) + 1, 0),
         find_([first](std::string_view text, int hint) { return first(text, hint); }) {
     std::vector<int> last(static_cast<std::size_t>(count) + 1, 0);
     for (int p = 1; p <= count; ++p) {
       elem_[At(p)] = elem(p);
-      const int head = first(label(p), p);
+      const int head = firstAt(p);
       if (head == 0 || head == p) {
         last[At(p)] = p;
       } else {
@@ -73,12 +72,12 @@ void FillTrelkFrames(HostModel& host, const VaskModelObj& model, TrelkStore& sto
   host.GetGroupNames(group_count, groups);
 
   const ElementsByLabel frames(
-      model.FrameNum(), [&](int p) -> const std::string& { return model.FrameObj(p)->Label; },
-      [&](int p) { return model.FrameObj(p)->idTrelkElem; },
+      model.FrameNum(), [&](int p) { return model.FrameObj(p)->idTrelkElem; },
+      [&](int p) { return model.FirstFrameOfLabelAt(p); },
       [&](std::string_view text, int hint) { return model.FramePositionNear(text, hint); });
   const ElementsByLabel areas(
-      model.AreaNum(), [&](int p) -> const std::string& { return model.AreaObj(p)->Label; },
-      [&](int p) { return model.AreaObj(p)->idTrelkElem; },
+      model.AreaNum(), [&](int p) { return model.AreaObj(p)->idTrelkElem; },
+      [&](int p) { return model.FirstAreaOfLabelAt(p); },
       [&](std::string_view text, int hint) { return model.AreaPositionNear(text, hint); });
 
   int lastNode = 0;  // the position of the last point found, tried again like the objects

@@ -48,16 +48,16 @@ std::string FrameLoadName(const std::string& frame, const std::string& pattern) 
 
 void VaskLoadNodeObj::SetLoadNode(const std::string& label, const std::string& pattern, double f1,
                                   double f2, double f3, double m1, double m2, double m3) {
-  for (int i = 1; i <= ItemNum; ++i) {
-    if (LoadPattern(i) == pattern) {
-      F1(i) += f1;
-      F2(i) += f2;
-      F3(i) += f3;
-      M1(i) += m1;
-      M2(i) += m2;
-      M3(i) += m3;
-      return;
-    }
+  const int i = patternItems_.Find(pattern, ItemNum,
+                                   [this](int k) -> const std::string& { return LoadPattern(k); });
+  if (i != 0) {
+    F1(i) += f1;
+    F2(i) += f2;
+    F3(i) += f3;
+    M1(i) += m1;
+    M2(i) += m2;
+    M3(i) += m3;
+    return;
   }
   ++ItemNum;
   items_.Add({pattern, f1, f2, f3, m1, m2, m3});
@@ -349,12 +349,12 @@ double VaskLoadAreaObj::ValueNumber(int i) const { return std::strtod(Value(i).c
 
 void VaskLoadAreaObj::SetLoadArea(const std::string& label, const std::string& pattern,
                                   std::string_view /*csys*/, int dir, double value) {
-  for (int i = 1; i <= ItemNum; ++i) {
-    if (LoadPattern(i) == pattern) {
-      const double stored = ValueNumber(i);
-      Value(i) = LoadAreaValueText(IsUpwardDirection(dir) ? stored + value : stored - value);
-      return;
-    }
+  const int i = patternItems_.Find(pattern, ItemNum,
+                                   [this](int k) -> const std::string& { return LoadPattern(k); });
+  if (i != 0) {
+    const double stored = ValueNumber(i);
+    Value(i) = LoadAreaValueText(IsUpwardDirection(dir) ? stored + value : stored - value);
+    return;
   }
   ++ItemNum;
   items_.Add({LoadAreaValueText(IsUpwardDirection(dir) ? value : -value), dir, pattern});

@@ -7,8 +7,10 @@
 // a later pass still reads it).
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -31,6 +33,39 @@ class VaskLoadPatternObj {
   std::string TrelkLoadPatternSelfWeightName;
 };
 
+// The item of each pattern of a load object that holds one item per pattern. A point or
+// area loaded in a few patterns is searched from its first item; one loaded in many (a
+// model may give a point thousands of patterns) through a table made at its first search
+// past that, which answers the same: no two items share a pattern.
+class PatternItems {
+ public:
+  // The item of `pattern` among items 1 to `count`, or 0; `patternOf(i)` is the pattern of
+  // item i. Items are only ever added at the end.
+  template <class PatternOf>
+  int Find(const std::string& pattern, int count, const PatternOf& patternOf) {
+    if (count < kTableFrom) {
+      for (int i = 1; i <= count; ++i) {
+        if (patternOf(i) == pattern) return i;
+      }
+      return 0;
+    }
+    if (table_ == nullptr) table_ = std::make_unique<Table>();
+    if (table_->items > count) table_ = std::make_unique<Table>();  // items were dropped
+    for (int i = table_->items + 1; i <= count; ++i) table_->item.emplace(patternOf(i), i);
+    table_->items = count;
+    const auto found = table_->item.find(pattern);
+    return found == table_->item.end() ? 0 : found->second;
+  }
+
+ private:
+  static constexpr int kTableFrom = 16;
+  struct Table {
+    std::unordered_map<std::string, int> item;  // the first item of each pattern
+    int items = 0;                               // items 1 to this are in the table
+  };
+  std::unique_ptr<Table> table_;
+};
+
 // The loads of one node, one item per pattern. F3 is positive upward, along global +Z.
 // The items are kept together, each pattern with its six values, exactly ItemNum of them.
 class VaskLoadNodeObj {
@@ -44,7 +79,6 @@ class VaskLoadNodeObj {
   std::string Label;
 
   // Item i, 1 to ItemNum: its pattern and values.
-  std::string& LoadPattern(int i) { return items_(i).pattern; }
   const std::string& LoadPattern(int i) const { return items_(i).pattern; }
   double& F1(int i) { return items_(i).f1; }
   double F1(int i) const { return items_(i).f1; }
@@ -72,6 +106,7 @@ class VaskLoadNodeObj {
     double m3 = 0.0;
   };
   OneBasedList<Item> items_;
+  PatternItems patternItems_;
 };
 
 // The work list of a piecewise linear load along a frame: stations at relative distances,
@@ -264,12 +299,12 @@ class VaskLoadAreaObj {
   const std::string& Value(int i) const { return items_(i).value; }
   int& Direction(int i) { return items_(i).direction; }
   int Direction(int i) const { return items_(i).direction; }
-  std::string& LoadPattern(int i) { return items_(i).pattern; }
   const std::string& LoadPattern(int i) const { return items_(i).pattern; }
   // How many items are kept: always ItemNum.
   int ItemsKept() const { return items_.Num(); }
 
  private:
+  PatternItems patternItems_;
   struct Item {
     std::string value;
     int direction = 0;

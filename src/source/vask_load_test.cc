@@ -111,6 +111,31 @@ TEST(VaskLoadNodeObjTest, AddingToAnItemLeavesTheLabelANewItemSetsIt) {
   EXPECT_EQ(loads.Label, "N2");
 }
 
+// A point loaded in many patterns: past the first few items its patterns are found through
+// a table, which must give each pattern its own item as the search from the first does,
+// however the loads of the patterns come.
+TEST(VaskLoadNodeObjTest, APointOfManyPatternsKeepsOneItemForEach) {
+  VaskLoadNodeObj loads;
+  for (int round = 1; round <= 3; ++round) {
+    for (int p = 1; p <= 40; ++p) {
+      loads.SetLoadNode("N1", "P" + std::to_string(p), p, 0, 0, 0, 0, round);
+    }
+  }
+  loads.SetLoadNode("N1", "P7", 0, 1000, 0, 0, 0, 0);
+  ASSERT_EQ(loads.ItemNum, 40);
+  EXPECT_EQ(loads.ItemsKept(), 40);
+  for (int i = 1; i <= 40; ++i) {
+    EXPECT_EQ(loads.LoadPattern(i), "P" + std::to_string(i));
+    EXPECT_EQ(loads.F1(i), 3 * i) << i;
+    EXPECT_EQ(loads.M3(i), 6) << i;
+  }
+  EXPECT_EQ(loads.F2(7), 1000);
+  EXPECT_EQ(loads.F2(8), 0);
+  loads.SetLoadNode("N2", "P41", 0, 0, 1, 0, 0, 0);
+  EXPECT_EQ(loads.ItemNum, 41);
+  EXPECT_EQ(loads.Label, "N2");
+}
+
 // ---- VaskPairObj and Interpolate ----
 
 TEST(VaskPairObjTest, FirstPairIsTheTwoEndsCarryingNothing) {
@@ -563,6 +588,22 @@ TEST(VaskLoadAreaTest, LaterLoadsOfThePatternAddOrSubtractByTheirOwnDirection) {
   EXPECT_EQ(loads.Value(1), "-2.5");
   // The item keeps the direction of its first load.
   EXPECT_EQ(loads.Direction(1), kGlobalZ);
+}
+
+TEST(VaskLoadAreaTest, AnAreaOfManyPatternsKeepsOneItemForEach) {
+  VaskLoadAreaObj loads;
+  for (int round = 1; round <= 2; ++round) {
+    for (int p = 1; p <= 30; ++p) {
+      loads.SetLoadArea("A1", "P" + std::to_string(p), "GLOBAL", kGlobalZ, p);
+    }
+  }
+  loads.SetLoadArea("A1", "P20", "GLOBAL", kGravity, 1);
+  ASSERT_EQ(loads.ItemNum, 30);
+  EXPECT_EQ(loads.ItemsKept(), 30);
+  for (int i = 1; i <= 30; ++i) {
+    EXPECT_EQ(loads.LoadPattern(i), "P" + std::to_string(i));
+    EXPECT_EQ(loads.ValueNumber(i), i == 20 ? 39 : 2 * i) << i;
+  }
 }
 
 TEST(VaskLoadAreaTest, RejectionLooksAtSystemAndDirectionOnly) {

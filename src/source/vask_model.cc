@@ -88,49 +88,9 @@ void VaskModelObj::ReadVaskData(const ReadProgress& progress) {
     if (progress) progress(static_cast<int>(i) + 1, stages[i].name);
     (this->*stages[i].run)();
   }
+  // The reading ends with the work of its second thread.
+  WaitForSecondThread();
 }
-
-namespace {
-
-// The observer of the thread, when it is a second thread that holds its notes.
-thread_local const DropObserver* heldNotesObserver = nullptr;
-
-// The drop notes of stages run on a second thread, held until their stages' turn.
-class HeldNotes {
- public:
-  HeldNotes() : observer_([this](const DropNote& note) { notes_.push_back(note); }) {}
-  HeldNotes(const HeldNotes&) = delete;
-  HeldNotes& operator=(const HeldNotes&) = delete;
-
-  // Holds the notes of this thread while it lives, when someone listens for notes.
-  class Holding {
-   public:
-    Holding(HeldNotes& notes, bool listened)
-        : previous_(heldNotesObserver) {
-      if (listened) heldNotesObserver = &notes.observer_;
-    }
-    Holding(const Holding&) = delete;
-    Holding& operator=(const Holding&) = delete;
-    ~Holding() { heldNotesObserver = previous_; }
-
-   private:
-    const DropObserver* previous_;
-  };
-
-  // Gives the notes to the model's observer, in the order they were made.
-  void Release(const VaskModelObj& model) {
-    for (DropNote& note : notes_) {
-      model.NoteDrop(std::move(note.kind), std::move(note.name), std::move(note.reason));
-    }
-    notes_.clear();
-  }
-
- private:
-  std::vector<DropNote> notes_;
-  DropObserver observer_;
-};
-
-}  // namespace
 
 void VaskModelObj::NoteDrop(std::string kind, std::string name, std::string reason) const {
   if (const DropObserver* observer = DropObserverIfAny()) {
@@ -139,7 +99,7 @@ void VaskModelObj::NoteDrop(std::string kind, std::string name, std::string reas
 }
 
 const DropObserver* VaskModelObj::DropObserverIfAny() const {
-  if (heldNotesObserver != nullptr) return heldNotesObserver;
+  if (const DropObserver* held = HeldDropNotes::ObserverOfThisThread()) return held;
   return dropObserver_ ? &dropObserver_ : nullptr;
 }
 
@@ -160,8 +120,8 @@ struct SecondThreadParts {
   // The parts of the second thread, in the order it runs them: the links and classes
   // (stages 16 to 21), the area loads (14), the first half of the mass (22), where frames
   // join the areas (stage 28's first pass).
-  HeldNotes linkNotes;
-  HeldNotes areaLoadNotes;
+  HeldDropNotes linkNotes;
+  HeldDropNotes areaLoadNotes;
   std::atomic<bool> linkedWell{false};
   std::promise<void> linked;
   std::promise<void> areaLoadsRead;
@@ -177,7 +137,8 @@ struct SecondThreadParts {
 // 22) stay on this thread; the links of sections and materials and the classing of frames
 // and areas (16 to 21), the area loads (14) and the mass of points, frames and areas (the
 // first half of 22) go to a second one, which then marks where frames join the areas, for
-// stage 28.
+// stage 28, and makes the frames' label index, for the structure frames of the fill; the
+// reading waits for it at its end.
 //
 // Neither side reads what the other writes: each frame's loads and the nodal loads are
 // this side's, each frame's and area's section, material and classes the other's, and the
@@ -226,8 +187,8 @@ bool VaskModelObj::ReadLoadsWithSecondThread(const ReadProgress& progress) {
   std::future<void> second = std::async(std::launch::async, [this, parts, marksJoins] {
     // One part after the other, each holding its notes; a failure ends the thread, except
     // that of the links, which come after the area loads in the stage order.
-    const auto part = [&](HeldNotes* notes, std::promise<void>& done, auto read) {
-      std::optional<HeldNotes::Holding> holding;
+    const auto part = [&](HeldDropNotes* notes, std::promise<void>& done, auto read) {
+      std::optional<HeldDropNotes::Holding> holding;
       if (notes != nullptr) holding.emplace(*notes, parts->listened);
       try {
         if (!parts->stop) read();
@@ -250,7 +211,10 @@ bool VaskModelObj::ReadLoadsWithSecondThread(const ReadProgress& progress) {
               [&] { parts->massOfObjects = ReadMassOfObjects(); })) {
       return;
     }
-    if (marksJoins) part(nullptr, parts->joinsMarked, [this] { MarkFrameJoins(); });
+    if (marksJoins && !part(nullptr, parts->joinsMarked, [this] { MarkFrameJoins(); })) return;
+    // The frames are read and keep their labels; the structure frames look them up by
+    // label. Nothing on the first thread looks frames up until the reading has ended.
+    if (!parts->stop) frames_.SettleLookUps();
   });
   struct StopAndWait {
     SecondThreadParts& parts;
@@ -262,7 +226,7 @@ bool VaskModelObj::ReadLoadsWithSecondThread(const ReadProgress& progress) {
     }
   } stopAndWait{*parts, second};
   // A part of the second thread, its notes told after all that came before.
-  const auto join = [this](std::future<void>& done, HeldNotes* notes) {
+  const auto join = [this](std::future<void>& done, HeldDropNotes* notes) {
     done.wait();
     if (notes != nullptr) notes->Release(*this);
     done.get();

@@ -195,6 +195,10 @@ class VaskModelObj {
   int AreaPositionNear(std::string_view label, int hint) const {
     return areas_.FindNear(label, hint);
   }
+  // The position of the first frame or area with the label of the one at `position`
+  // (VaskObjList::FirstOfLabelAt).
+  int FirstFrameOfLabelAt(int position) const { return frames_.FirstOfLabelAt(position); }
+  int FirstAreaOfLabelAt(int position) const { return areas_.FirstOfLabelAt(position); }
   // Searches PropFrameSectObj only, never the embedded-beam sections.
   VaskPropFrameSectObj* PropFrameSectObjGet(std::string_view label) const;
   VaskPropMaterialObj* PropMaterialObjGet(std::string_view label) const;

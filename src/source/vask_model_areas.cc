@@ -331,7 +331,6 @@ void VaskModelObj::DetectEmbeddedBeams() {
     byMaterial[section->PropMatName].push_back(section);
   }
   const auto within = [](double a, double b) { return std::abs(a - b) <= kSmall; };
-  bool relabelled = false;
 
   for (int i = 1; i <= AreaNum(); ++i) {
     VaskAreaObj& area = *AreaObj(i);
@@ -369,7 +368,6 @@ void VaskModelObj::DetectEmbeddedBeams() {
     VaskPropFrameSectObj* section = nullptr;
     if (match != group.end()) {
       section = *match;
-      relabelled = true;
     } else {
       section = AddPropEmbedFrameSect();
       group.push_back(section);
@@ -389,7 +387,8 @@ void VaskModelObj::DetectEmbeddedBeams() {
     section->PropMatObj = material;
     area.EmbedFrameObj = section;
   }
-  if (relabelled) LabelsChanged();
+  // A reused section is renamed, but no step looks an embedded-beam section up by its
+  // label, so every label index stays as it is.
 }
 
 }  // namespace vtt

@@ -117,6 +117,16 @@ class VaskObjList {
            items_[static_cast<std::size_t>(position - 1)]->Label == label;
   }
 
+  // The position Find answers for the label of the object at `position`: that position
+  // itself when the object is the first to carry its label, told without comparing labels.
+  int FirstOfLabelAt(int position) const {
+    const std::string& label = (*this)(position)->Label;
+    if (LiteralLookUps() || label.empty()) return Find(label);
+    if (!index_) index_ = std::make_unique<Index>();
+    CatchUp();
+    return index_->IsFirst(position) ? position : Lookup(label, HashOf(label));
+  }
+
   // The same answer by the literal search from position 1.
   int FindLinear(std::string_view label) const {
     for (int position = 1; position <= Num(); ++position) {

@@ -1,8 +1,11 @@
 #include "transfer/driver.h"
 
 #include <array>
+#include <atomic>
+#include <exception>
 #include <future>
 #include <memory>
+#include <optional>
 
 #include "analysis/fill_drift_and_deflection.h"
 #include "analysis/fill_trelk_nodal_mass.h"
@@ -66,8 +69,6 @@ void InitStore(TransferRun& run) { run.store.InitTrelkStore(); }
 
 void FillNodes(TransferRun& run) { FillTrelkNodes(*run.model, run.store, run.messages); }
 
-void FillDiaphragms(TransferRun& run) { FillTrelkDiaphragmConstraints(*run.model, run.store); }
-
 void FillMaterials(TransferRun& run) { FillTrelkMaterials(*run.model, run.store); }
 
 void FillCrossSections(TransferRun& run) { FillTrelkCrossSections(*run.model, run.store); }
@@ -78,48 +79,155 @@ void FillFemaComponents(TransferRun& run) { FillTrelkFemaComponents(*run.model, 
 
 void FillCompounds(TransferRun& run) { FillTrelkCompoundComponents(*run.model, run.store); }
 
-void FillElements(TransferRun& run) { FillTrelkElements(*run.model, run.store); }
+}  // namespace
 
-// The structure frames and the base cuts read the source model (labels, element numbers,
-// support nodes) and the host's groups, and write only their own parts of the store: the
-// frames with their node and element flags, the cuts with their members and group flags.
-// The nodal masses and loads read and write none of these, nor ask the host anything, so
-// on a second processor the two run side by side when the host takes questions from a
-// second thread. The nodes' label index is settled first, since both sides look nodes up;
-// the frames' and areas' indexes are the frames' side's alone. Stage FillTrelkFrames
-// waits for them, so a failure on either side surfaces where it would in a run of one
-// stage after the other; a failure of the nodal masses or loads comes first, as it would.
-void StartFramesAndCuts(TransferRun& run) {
-  if (!SecondThreadWork() || !run.host.AnswersFromTwoThreads()) return;
-  if (!run.model->SettleNodeLookUps()) return;  // made in turn, at their own stages
-  run.frames_and_cuts = std::async(std::launch::async, [&run] {
-    FillTrelkFrames(run.host, *run.model, run.store);
-    FillTrelkSectionCuts(*run.model, run.store);
-  });
-  run.cuts_made = true;
+// The nodal masses and loads, the structure frames and the base cuts on a second thread.
+//
+// The nodal masses read the nodes' records and masses, the nodal loads those masses and
+// the nodal load objects; together they write only the mass and nodal-load parts of the
+// store and each load pattern's nodal-load name. The components and elements (stages 7 to
+// 12) read and write none of these, nor look anything up but the nodes, whose label index
+// is settled first. So the masses and loads go to a second thread when the diaphragms are
+// made, and the structure frames and cuts follow there once the elements are made: they
+// read the source model (labels, element numbers, support nodes) and the host's groups,
+// and write only their own parts of the store, while this thread makes the frame loads.
+// Nothing on this thread asks the host meanwhile.
+//
+// So that nothing tells the difference, each part's drop notes are held until its stage's
+// turn, and its failure surfaces there: this thread waits for the masses at stage 13, the
+// nodal loads at 14 and the frames and cuts at 16, so that a failure of an earlier stage
+// on either side comes first.
+class SecondThreadFill {
+ public:
+  explicit SecondThreadFill(TransferRun& run)
+      : listened_(run.model->DropObserverIfAny() != nullptr),
+        massFilled_(massFilledPromise_.get_future()),
+        loadNodesFilled_(loadNodesFilledPromise_.get_future()),
+        framesAndCutsFilled_(framesAndCutsFilledPromise_.get_future()) {
+    thread_ = std::async(std::launch::async, [this, &run] {
+      VaskModelObj& model = *run.model;
+      if (!Part(nullptr, massFilledPromise_, [&] { FillTrelkNodalMass(model, run.store); }) ||
+          !Part(&loadNotes_, loadNodesFilledPromise_,
+                [&] { FillTrelkLoadNode(model, run.store); })) {
+        return;
+      }
+      elements_.wait(kElementsAwaited);
+      if (elements_.load() != kElementsFilled) return;
+      Part(nullptr, framesAndCutsFilledPromise_, [&] {
+        FillTrelkFrames(run.host, model, run.store);
+        FillTrelkSectionCuts(model, run.store);
+      });
+    });
+  }
+  SecondThreadFill(const SecondThreadFill&) = delete;
+  SecondThreadFill& operator=(const SecondThreadFill&) = delete;
+
+  // Stops the second thread between parts, and waits for it.
+  ~SecondThreadFill() {
+    stop_ = true;
+    elements_ = kStopped;
+    elements_.notify_one();
+    if (thread_.valid()) thread_.wait();
+  }
+
+  // The elements are made: the structure frames may follow.
+  void ElementsFilled() {
+    elements_ = kElementsFilled;
+    elements_.notify_one();
+  }
+
+  void JoinNodalMass(const VaskModelObj& model) { Join(massFilled_, nullptr, model); }
+  void JoinLoadNodes(const VaskModelObj& model) { Join(loadNodesFilled_, &loadNotes_, model); }
+  void JoinFramesAndCuts(const VaskModelObj& model) {
+    Join(framesAndCutsFilled_, nullptr, model);
+  }
+
+ private:
+  static constexpr int kElementsAwaited = 0;
+  static constexpr int kElementsFilled = 1;
+  static constexpr int kStopped = 2;
+
+  // Runs one part, holding its notes; false when it failed.
+  template <class Fill>
+  bool Part(HeldDropNotes* notes, std::promise<void>& done, Fill fill) {
+    std::optional<HeldDropNotes::Holding> holding;
+    if (notes != nullptr) holding.emplace(*notes, listened_);
+    try {
+      if (!stop_) fill();
+      done.set_value();
+      return true;
+    } catch (...) {
+      done.set_exception(std::current_exception());
+      return false;
+    }
+  }
+
+  // A part, its notes told after all that came before; its failure, if it failed.
+  static void Join(std::future<void>& done, HeldDropNotes* notes, const VaskModelObj& model) {
+    done.wait();
+    if (notes != nullptr) notes->Release(model);
+    done.get();
+  }
+
+  const bool listened_;  // whether anyone listens for drop notes
+  std::atomic<bool> stop_{false};
+  std::atomic<int> elements_{kElementsAwaited};
+  HeldDropNotes loadNotes_;
+  std::promise<void> massFilledPromise_;
+  std::promise<void> loadNodesFilledPromise_;
+  std::promise<void> framesAndCutsFilledPromise_;
+  std::future<void> massFilled_;
+  std::future<void> loadNodesFilled_;
+  std::future<void> framesAndCutsFilled_;
+  std::future<void> thread_;  // last: made when everything it uses is
+};
+
+void TransferRun::SecondThreadFillEnd::operator()(SecondThreadFill* fill) const { delete fill; }
+
+namespace {
+
+void FillDiaphragms(TransferRun& run) {
+  FillTrelkDiaphragmConstraints(*run.model, run.store);
+  if (SecondThreadWork() && run.host.AnswersFromTwoThreads() && run.model->SettleNodeLookUps()) {
+    run.second_fill.reset(new SecondThreadFill(run));
+  }
+}
+
+void FillElements(TransferRun& run) {
+  FillTrelkElements(*run.model, run.store);
+  if (run.second_fill) run.second_fill->ElementsFilled();
 }
 
 void FillNodalMass(TransferRun& run) {
-  StartFramesAndCuts(run);
+  if (run.second_fill) {
+    run.second_fill->JoinNodalMass(*run.model);
+    return;
+  }
   FillTrelkNodalMass(*run.model, run.store);
 }
 
-void FillLoadNodes(TransferRun& run) { FillTrelkLoadNode(*run.model, run.store); }
+void FillLoadNodes(TransferRun& run) {
+  if (run.second_fill) {
+    run.second_fill->JoinLoadNodes(*run.model);
+    return;
+  }
+  FillTrelkLoadNode(*run.model, run.store);
+}
 
 void FillLoadFrames(TransferRun& run) { FillTrelkLoadFrame(*run.model, run.store); }
 
 void FillSelfWeight(TransferRun& run) { FillTrelkSelfWeight(*run.model, run.store); }
 
 void FillStructureFrames(TransferRun& run) {
-  if (run.frames_and_cuts.valid()) {
-    run.frames_and_cuts.get();
+  if (run.second_fill) {
+    run.second_fill->JoinFramesAndCuts(*run.model);
     return;
   }
   FillTrelkFrames(run.host, *run.model, run.store);
 }
 
 void FillSectionCuts(TransferRun& run) {
-  if (run.cuts_made) return;
+  if (run.second_fill) return;  // made with the structure frames
   FillTrelkSectionCuts(*run.model, run.store);
 }
 
@@ -173,9 +281,7 @@ void RunTransfer(TransferRun& run) {
   // Whatever ends the run, work on a second thread ends before the source model goes.
   struct WaitForSecondThread {
     TransferRun& run;
-    ~WaitForSecondThread() {
-      if (run.frames_and_cuts.valid()) run.frames_and_cuts.wait();
-    }
+    ~WaitForSecondThread() { run.second_fill.reset(); }
   } wait_for_second_thread{run};
   int number = 0;
   for (const TransferStage& stage : kStages) {

@@ -8,7 +8,7 @@
 #pragma once
 
 #include <functional>
-#include <future>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -22,6 +22,7 @@ class HostModel;
 class TrelkStore;
 class UserMessages;
 class VaskModelObj;
+class SecondThreadFill;
 
 // Called as each stage begins: the stage's name, and for reading stages of the source
 // model, the reading stage's number (1 to 28) and name.
@@ -49,11 +50,12 @@ struct TransferRun {
   std::optional<std::string> trelk_path;
   TransferProgress progress;
   VaskModelObj* model = nullptr;  // the source model, alive from stage 2 to stage 22
-  // The structure frames and the base cuts, when they are being made on a second thread
-  // alongside the nodal masses and loads (see the fill steps in driver.cc); stage
-  // FillTrelkFrames waits for them.
-  std::future<void> frames_and_cuts{};
-  bool cuts_made = false;  // the base cuts were made with the structure frames
+  // The fill steps made on a second thread beside the others, when they are (see the fill
+  // steps in driver.cc). Letting it go stops that thread between steps and waits for it.
+  struct SecondThreadFillEnd {
+    void operator()(SecondThreadFill* fill) const;
+  };
+  std::unique_ptr<SecondThreadFill, SecondThreadFillEnd> second_fill{};
 };
 
 struct TransferStage {
