@@ -36,6 +36,36 @@ void ExpectIndexAgreesWithLinear(const VaskObjList<Labelled>& list) {
   }
   ASSERT_EQ(list.Find(""), list.FindLinear(""));
   ASSERT_EQ(list.Find("absent"), 0);
+  for (int position = 1; position <= list.Num(); ++position) {
+    ASSERT_EQ(list.FirstOfLabelAt(position), list.FindLinear(list(position)->Label))
+        << "position " << position;
+  }
+}
+
+// A long list is indexed some objects ahead of each entry; every label still finds its
+// first object, repeated labels included, whether the list is indexed at once or as it
+// grows.
+TEST(VaskObjList, ALongListFindsTheFirstObjectOfEveryLabel) {
+  VaskObjList<Labelled> atOnce;
+  VaskObjList<Labelled> asItGrows;
+  for (int i = 1; i <= 1000; ++i) {
+    const std::string label = "L" + std::to_string(i % 7 == 0 ? i / 7 : i);
+    AddLabelled(atOnce, label);
+    AddLabelled(asItGrows, label);
+    if (i % 37 == 0) {
+      ASSERT_EQ(asItGrows.Find(label), asItGrows.FindLinear(label));
+    }
+  }
+  for (int i = 1; i <= 1000; ++i) {
+    const std::string label = "L" + std::to_string(i);
+    ASSERT_EQ(atOnce.Find(label), atOnce.FindLinear(label)) << label;
+    ASSERT_EQ(asItGrows.Find(label), asItGrows.FindLinear(label)) << label;
+  }
+  // "L2" is the label of objects 2 and 14; the first answers for both.
+  EXPECT_EQ(atOnce.Find("L2"), 2);
+  EXPECT_EQ(atOnce.FirstOfLabelAt(14), 2);
+  EXPECT_EQ(atOnce.FirstOfLabelAt(2), 2);
+  EXPECT_EQ(atOnce.Find("L7"), 49);
 }
 
 TEST(VaskObjList, FindOfAnUnknownLabelIsZero) {
