@@ -33,11 +33,62 @@ void CoincidentPointIndex::Add(double x, double y, double z) {
   next_.push_back(0);
   if (!std::isfinite(x) || !std::isfinite(y) || !std::isfinite(z)) return;
   const int position = Num();
-  const auto [entry, inserted] =
-      cells_.try_emplace(CellKey{CellOf(x), CellOf(y), CellOf(z)}, Chain{position, position});
-  if (!inserted) {
-    next_[static_cast<std::size_t>(entry->second.last - 1)] = position;
-    entry->second.last = position;
+  Chain& chain = CellChainToFill(CellKey{CellOf(x), CellOf(y), CellOf(z)});
+  if (chain.first == 0) {
+    chain = Chain{position, position};
+  } else {
+    next_[static_cast<std::size_t>(chain.last - 1)] = position;
+    chain.last = position;
+  }
+}
+
+std::size_t CoincidentPointIndex::Home(const CellKey& key) const {
+  const std::uint64_t spread =
+      static_cast<std::uint64_t>(CellKeyHash{}(key)) * 0x9E3779B97F4A7C15ULL;
+  return static_cast<std::size_t>(spread >> 32) & (slots_.size() - 1);
+}
+
+const CoincidentPointIndex::Chain* CoincidentPointIndex::CellChain(const CellKey& key) const {
+  if (slots_.empty()) return nullptr;
+  const std::size_t mask = slots_.size() - 1;
+  for (std::size_t at = Home(key);; at = (at + 1) & mask) {
+    const Slot& slot = slots_[at];
+    if (slot.chain.first == 0) return nullptr;
+    if (slot.key == key) return &slot.chain;
+  }
+}
+
+CoincidentPointIndex::Chain& CoincidentPointIndex::CellChainToFill(const CellKey& key) {
+  if (2 * (cells_ + 1) > slots_.size()) Grow();
+  const std::size_t mask = slots_.size() - 1;
+  for (std::size_t at = Home(key);; at = (at + 1) & mask) {
+    Slot& slot = slots_[at];
+    if (slot.chain.first == 0) {
+      slot.key = key;
+      ++cells_;
+      return slot.chain;
+    }
+    if (slot.key == key) return slot.chain;
+  }
+}
+
+void CoincidentPointIndex::Reserve(int more) {
+  if (more <= 0) return;
+  std::size_t size = slots_.empty() ? 64 : slots_.size();
+  while (size < 2 * (cells_ + static_cast<std::size_t>(more))) size *= 2;
+  if (size > slots_.size()) Grow(size);
+}
+
+void CoincidentPointIndex::Grow(std::size_t size) {
+  std::vector<Slot> old = std::move(slots_);
+  if (size == 0) size = old.empty() ? 64 : 2 * old.size();
+  slots_.assign(size, Slot{});
+  const std::size_t mask = slots_.size() - 1;
+  for (const Slot& slot : old) {
+    if (slot.chain.first == 0) continue;
+    std::size_t at = Home(slot.key);
+    while (slots_[at].chain.first != 0) at = (at + 1) & mask;
+    slots_[at] = slot;
   }
 }
 
@@ -53,10 +104,10 @@ int CoincidentPointIndex::Find(double x, double y, double z) const {
   for (std::int64_t i = i0; i <= i1; ++i) {
     for (std::int64_t j = j0; j <= j1; ++j) {
       for (std::int64_t k = k0; k <= k1; ++k) {
-        const auto cell = cells_.find(CellKey{i, j, k});
-        if (cell == cells_.end()) continue;
+        const Chain* cell = CellChain(CellKey{i, j, k});
+        if (cell == nullptr) continue;
         // The chain ascends, so its first coincident point is the cell's candidate.
-        for (int position = cell->second.first; position != 0;
+        for (int position = cell->first; position != 0;
              position = next_[static_cast<std::size_t>(position - 1)]) {
           if (best != 0 && position > best) break;
           const Point& p = points_[static_cast<std::size_t>(position - 1)];
@@ -74,7 +125,8 @@ int CoincidentPointIndex::Find(double x, double y, double z) const {
 void CoincidentPointIndex::Clear() {
   points_.clear();
   next_.clear();
-  cells_.clear();
+  slots_.clear();
+  cells_ = 0;
 }
 
 }  // namespace vtt

@@ -18,8 +18,8 @@
 // entered in the grid; it still takes its position.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <unordered_map>
 #include <vector>
 
 namespace vtt {
@@ -38,6 +38,9 @@ class CoincidentPointIndex {
   int Num() const { return static_cast<int>(points_.size()); }
   // Enters the next point, at position Num() + 1.
   void Add(double x, double y, double z);
+  // Makes room for `more` points beyond those entered, so that entering them does not
+  // remake the table on the way.
+  void Reserve(int more);
   // The smallest position whose point coincides with (x, y, z), or 0.
   int Find(double x, double y, double z) const;
   void Clear();
@@ -67,10 +70,26 @@ class CoincidentPointIndex {
     int last;
   };
 
+  // A cell of the table; an empty slot has no first position.
+  struct Slot {
+    CellKey key;
+    Chain chain{0, 0};
+  };
+
+  // The chain of a cell, or null: one flat table with linear probing, a power of two in
+  // size and at most half full, since a node-per-cell map costs a memory block per cell.
+  const Chain* CellChain(const CellKey& key) const;
+  // The chain of a cell, made empty when the cell has none yet.
+  Chain& CellChainToFill(const CellKey& key);
+  std::size_t Home(const CellKey& key) const;
+  // Doubles the table, or makes it at least `size` slots (a power of two).
+  void Grow(std::size_t size = 0);
+
   std::vector<Point> points_;
   // next_[position - 1]: the next position in the same cell, or 0.
   std::vector<int> next_;
-  std::unordered_map<CellKey, Chain, CellKeyHash> cells_;
+  std::vector<Slot> slots_;
+  std::size_t cells_ = 0;  // slots in use
 };
 
 }  // namespace vtt

@@ -198,6 +198,7 @@ void VaskModelObj::ReadAreas() {
 
 VaskNodeObj* VaskModelObj::FindCoincidentNode(double x, double y, double z) const {
   if (coincidentNodes_.Num() > NodeNum()) coincidentNodes_.Clear();
+  coincidentNodes_.Reserve(NodeNum() - coincidentNodes_.Num());
   for (int i = coincidentNodes_.Num() + 1; i <= NodeNum(); ++i) {
     const VaskNodeObj& node = *nodes_(i);
     coincidentNodes_.Add(node.x, node.y, node.z);
