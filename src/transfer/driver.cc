@@ -81,29 +81,30 @@ void FillCompounds(TransferRun& run) { FillTrelkCompoundComponents(*run.model, r
 
 }  // namespace
 
-// The nodal masses and loads, the structure frames and the base cuts on a second thread.
+// The nodal masses and loads and the structure frames on a second thread.
 //
 // The nodal masses read the nodes' records and masses, the nodal loads those masses and
 // the nodal load objects; together they write only the mass and nodal-load parts of the
 // store and each load pattern's nodal-load name. The components and elements (stages 7 to
 // 12) read and write none of these, nor look anything up but the nodes, whose label index
 // is settled first. So the masses and loads go to a second thread when the diaphragms are
-// made, and the structure frames and cuts follow there once the elements are made: they
-// read the source model (labels, element numbers, support nodes) and the host's groups,
-// and write only their own parts of the store, while this thread makes the frame loads.
-// Nothing on this thread asks the host meanwhile.
+// made, and the structure frames follow there once the elements are made: they read the
+// source model (labels, element numbers, nodes) and the host's groups, and write only the
+// structure frames and their flags, while this thread makes the frame loads and then the
+// base cuts, which write only the cuts. Nothing on this thread asks the host meanwhile, or
+// looks up a frame or an area by label.
 //
 // So that nothing tells the difference, each part's drop notes are held until its stage's
 // turn, and its failure surfaces there: this thread waits for the masses at stage 13, the
-// nodal loads at 14 and the frames and cuts at 16, so that a failure of an earlier stage
-// on either side comes first.
+// nodal loads at 14 and the frames at 16, so that a failure of an earlier stage on either
+// side comes first; a failure of the cuts, made before that wait, waits for it.
 class SecondThreadFill {
  public:
   explicit SecondThreadFill(TransferRun& run)
       : listened_(run.model->DropObserverIfAny() != nullptr),
         massFilled_(massFilledPromise_.get_future()),
         loadNodesFilled_(loadNodesFilledPromise_.get_future()),
-        framesAndCutsFilled_(framesAndCutsFilledPromise_.get_future()) {
+        framesFilled_(framesFilledPromise_.get_future()) {
     thread_ = std::async(std::launch::async, [this, &run] {
       VaskModelObj& model = *run.model;
       if (!Part(nullptr, massFilledPromise_, [&] { FillTrelkNodalMass(model, run.store); }) ||
@@ -113,10 +114,7 @@ class SecondThreadFill {
       }
       elements_.wait(kElementsAwaited);
       if (elements_.load() != kElementsFilled) return;
-      Part(nullptr, framesAndCutsFilledPromise_, [&] {
-        FillTrelkFrames(run.host, model, run.store);
-        FillTrelkSectionCuts(model, run.store);
-      });
+      Part(nullptr, framesFilledPromise_, [&] { FillTrelkFrames(run.host, model, run.store); });
     });
   }
   SecondThreadFill(const SecondThreadFill&) = delete;
@@ -138,9 +136,10 @@ class SecondThreadFill {
 
   void JoinNodalMass(const VaskModelObj& model) { Join(massFilled_, nullptr, model); }
   void JoinLoadNodes(const VaskModelObj& model) { Join(loadNodesFilled_, &loadNotes_, model); }
-  void JoinFramesAndCuts(const VaskModelObj& model) {
-    Join(framesAndCutsFilled_, nullptr, model);
-  }
+  void JoinFrames(const VaskModelObj& model) { Join(framesFilled_, nullptr, model); }
+
+  // The failure of the base cuts, made on the first thread beside the structure frames.
+  std::exception_ptr cutsFailed;
 
  private:
   static constexpr int kElementsAwaited = 0;
@@ -175,10 +174,10 @@ class SecondThreadFill {
   HeldDropNotes loadNotes_;
   std::promise<void> massFilledPromise_;
   std::promise<void> loadNodesFilledPromise_;
-  std::promise<void> framesAndCutsFilledPromise_;
+  std::promise<void> framesFilledPromise_;
   std::future<void> massFilled_;
   std::future<void> loadNodesFilled_;
-  std::future<void> framesAndCutsFilled_;
+  std::future<void> framesFilled_;
   std::future<void> thread_;  // last: made when everything it uses is
 };
 
@@ -218,16 +217,27 @@ void FillLoadFrames(TransferRun& run) { FillTrelkLoadFrame(*run.model, run.store
 
 void FillSelfWeight(TransferRun& run) { FillTrelkSelfWeight(*run.model, run.store); }
 
+// With the frames on the second thread, the cuts are made here while they are; a failure
+// of the cuts waits for its own stage.
 void FillStructureFrames(TransferRun& run) {
   if (run.second_fill) {
-    run.second_fill->JoinFramesAndCuts(*run.model);
+    try {
+      FillTrelkSectionCuts(*run.model, run.store);
+    } catch (...) {
+      run.second_fill->cutsFailed = std::current_exception();
+    }
+    run.second_fill->JoinFrames(*run.model);
     return;
   }
   FillTrelkFrames(run.host, *run.model, run.store);
 }
 
 void FillSectionCuts(TransferRun& run) {
-  if (run.second_fill) return;  // made with the structure frames
+  if (run.second_fill) {
+    // Made beside the structure frames.
+    if (run.second_fill->cutsFailed) std::rethrow_exception(run.second_fill->cutsFailed);
+    return;
+  }
   FillTrelkSectionCuts(*run.model, run.store);
 }
 
