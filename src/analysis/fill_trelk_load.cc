@@ -95,15 +95,6 @@ bool Within(double a, double b) { return std::fabs(a - b) <= kLoadSubGroupTolera
 
 // ---- Frame load writing ----
 
-// The first distributed and the first point object of the frame in the pattern, or none.
-const VaskLoadFrameDistObj* FirstDistOf(const VaskFrameObj& frame, const std::string& pattern) {
-  for (int i = 1; i <= frame.LoadFrameDistributedNum(); ++i) {
-    const VaskLoadFrameDistObj* dist = frame.LoadFrameDistributedObj(i);
-    if (dist->PatternLabel == pattern) return dist;
-  }
-  return nullptr;
-}
-
 // Only the first distributed and the first point object of a pattern reach the structure;
 // a frame holds a second one when its loads of one pattern name coordinate systems whose
 // texts differ (" GLOBAL" and "GLOBAL"). Told to whoever listens for what is left out.
@@ -125,14 +116,6 @@ void NoteLaterLoadSets(const VaskModelObj& model, const VaskFrameObj& frame,
                    "a second set of point loads in the pattern (coordinate system \"" +
                        point.CSys + "\"); only the first set is taken");
   }
-}
-
-const VaskLoadFramePointObj* FirstPointOf(const VaskFrameObj& frame, const std::string& pattern) {
-  for (int i = 1; i <= frame.LoadFramePointNum(); ++i) {
-    const VaskLoadFramePointObj* point = frame.LoadFramePointObj(i);
-    if (point->PatternLabel == pattern) return point;
-  }
-  return nullptr;
 }
 
 void WritePatternRecord(RecordRef rec, const std::string& name, int code) {
@@ -473,24 +456,49 @@ ElemLoadSubGroupCatalogue CatalogueElemLoadSubGroups(VaskModelObj& model,
     return static_cast<std::size_t>(q - 1) * static_cast<std::size_t>(groups) +
            static_cast<std::size_t>(g - 1);
   };
-  std::vector<std::vector<const VaskFrameObj*>> loaded(static_cast<std::size_t>(patterns) *
-                                                       static_cast<std::size_t>(groups));
-  std::vector<std::string_view> labels_seen;
+  // Each with the frame's first distributed and first point load object of the label,
+  // found in the same pass.
+  struct Loaded {
+    const VaskFrameObj* frame;
+    const VaskLoadFrameDistObj* dist;
+    const VaskLoadFramePointObj* point;
+  };
+  std::vector<std::vector<Loaded>> loaded(static_cast<std::size_t>(patterns) *
+                                          static_cast<std::size_t>(groups));
+  struct FirstOfLabel {
+    std::string_view label;
+    const VaskLoadFrameDistObj* dist;
+    const VaskLoadFramePointObj* point;
+  };
+  std::vector<FirstOfLabel> labels_seen;  // of one frame, in the order first met
+  const auto seen = [&labels_seen](std::string_view label) {
+    return std::find_if(labels_seen.begin(), labels_seen.end(),
+                        [label](const FirstOfLabel& first) { return first.label == label; });
+  };
   for (std::int32_t g = 1; g <= groups; ++g) {
     for (const VaskFrameObj* frame : frames_of[static_cast<std::size_t>(g)]) {
       labels_seen.clear();
-      const auto take = [&](const std::string& label) {
-        if (std::find(labels_seen.begin(), labels_seen.end(), label) != labels_seen.end()) return;
-        labels_seen.push_back(label);
-        const auto named = patterns_named.find(label);
-        if (named == patterns_named.end()) return;
-        for (const std::int32_t q : named->second) loaded[slot(q, g)].push_back(frame);
-      };
       for (int k = 1; k <= frame->LoadFrameDistributedNum(); ++k) {
-        take(frame->LoadFrameDistributedObj(k)->PatternLabel);
+        const VaskLoadFrameDistObj* dist = frame->LoadFrameDistributedObj(k);
+        if (seen(dist->PatternLabel) == labels_seen.end()) {
+          labels_seen.push_back({dist->PatternLabel, dist, nullptr});
+        }
       }
       for (int k = 1; k <= frame->LoadFramePointNum(); ++k) {
-        take(frame->LoadFramePointObj(k)->PatternLabel);
+        const VaskLoadFramePointObj* point = frame->LoadFramePointObj(k);
+        const auto first = seen(point->PatternLabel);
+        if (first == labels_seen.end()) {
+          labels_seen.push_back({point->PatternLabel, nullptr, point});
+        } else if (first->point == nullptr) {
+          first->point = point;
+        }
+      }
+      for (const FirstOfLabel& first : labels_seen) {
+        const auto named = patterns_named.find(first.label);
+        if (named == patterns_named.end()) continue;
+        for (const std::int32_t q : named->second) {
+          loaded[slot(q, g)].push_back({frame, first.dist, first.point});
+        }
       }
     }
   }
@@ -502,9 +510,7 @@ ElemLoadSubGroupCatalogue CatalogueElemLoadSubGroups(VaskModelObj& model,
     ++q;
     for (std::int32_t g = 1; g <= groups; ++g) {
       std::int32_t s = 0;
-      for (const VaskFrameObj* frame : loaded[slot(q, g)]) {
-        const VaskLoadFrameDistObj* dist = FirstDistOf(*frame, pattern.Label);
-        const VaskLoadFramePointObj* point = FirstPointOf(*frame, pattern.Label);
+      for (const auto& [frame, dist, point] : loaded[slot(q, g)]) {
         if (model.DropObserverIfAny() != nullptr) NoteLaterLoadSets(model, *frame, pattern.Label);
         const int nd = dist == nullptr ? 0 : dist->ItemNum;
         const int np = point == nullptr ? 0 : point->ItemNum;
