@@ -2,10 +2,10 @@
 //
 // A few steps of the transfer run on a second thread beside others that touch none of
 // their data: the links, classes and area loads beside the frames' loads, the points where
-// frames join shells beside the mass, and the nodal masses and loads, the structure frames
-// and the base cuts beside the components and elements. Each waits at the stage where it
-// would have run in turn, so failures, drop notes and every byte of the structure are the
-// same either way. They run so only for a host that answers questions from two threads.
+// frames join shells beside the mass, and the nodal masses and loads and the structure
+// frames beside the components, elements, frame loads and base cuts. Each waits at the
+// stage where it would have run in turn, so failures, drop notes and every byte of the
+// structure are the same either way. They run so only for a host that answers questions from two threads.
 // Tests turn this off to show that the structure is the same.
 #pragma once
 
