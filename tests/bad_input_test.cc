@@ -10,12 +10,11 @@
 #include <string>
 #include <vector>
 
-#include <fmt/format.h>
-
 #include "store/element_records.h"
 #include "store/node_records.h"
 #include "store/structure_reader.h"
 #include "support/expected_bytes.h"
+#include "support/model_text.h"
 #include "support/run_program.h"
 
 namespace vtt {
@@ -234,12 +233,9 @@ std::string ManySteelSections(int sections, bool function) {
  "functions": [{"name": "EQ", "kind": 1, "points": [[0, 0], [0.01, 0.5], [0.02, -0.25]]}],)";
   }
   json += R"(
- "frame_sections": [)";
-  for (int i = 1; i <= sections; ++i) {
-    json += fmt::format(R"({}{{"name": "S{}", "type": 1, "material": "S355"}})",
-                        i == 1 ? "" : ",", i);
-  }
-  json += "]}";
+ "frame_sections": [)" +
+          testing::NumberedEntries(sections, R"({"name": "S#", "type": 1, "material": "S355"})") +
+          "]}";
   return json;
 }
 

@@ -19,14 +19,13 @@
 #include <thread>
 #include <vector>
 
-#include <fmt/format.h>
-
 #include "generate_building.h"
 #include "hosts/json_model_host.h"
 #include "source/literal_look_ups.h"
 #include "source/second_thread.h"
 #include "store/trelk_store.h"
 #include "support/expected_bytes.h"
+#include "support/model_text.h"
 #include "transfer/driver.h"
 #include "transfer/messages.h"
 
@@ -247,26 +246,15 @@ TEST(SecondThreadWork, AFailureOfTheSecondThreadComesAtItsStage) {
 // `steel_sections` steel frame sections besides, which become beam sections whether a
 // frame uses them or not.
 std::string ManyNodalLoadPatterns(int patterns, int steel_sections) {
-  std::string json = R"({"format": "vask-model", "version": 1, "units": 6,
+  const char* const force = R"({"pattern": "P#", "values": [1, 0, 0, 0, 0, 0]})";
+  const char* const pattern = R"({"name": "P#", "type": 1})";
+  const char* const section = R"({"name": "S#", "type": 1, "material": "S355"})";
+  return R"({"format": "vask-model", "version": 1, "units": 6,
  "materials": [{"name": "S355", "type": 1}],
- "points": [{"name": "A", "x": 0, "y": 0, "z": 0, "forces": [)";
-  for (int i = 1; i <= patterns; ++i) {
-    json += fmt::format(R"({}{{"pattern": "P{}", "values": [1, 0, 0, 0, 0, 0]}})",
-                        i == 1 ? "" : ",", i);
-  }
-  json += R"(]}],
- "load_patterns": [)";
-  for (int i = 1; i <= patterns; ++i) {
-    json += fmt::format(R"({}{{"name": "P{}", "type": 1}})", i == 1 ? "" : ",", i);
-  }
-  json += R"(],
- "frame_sections": [)";
-  for (int i = 1; i <= steel_sections; ++i) {
-    json += fmt::format(R"({}{{"name": "S{}", "type": 1, "material": "S355"}})",
-                        i == 1 ? "" : ",", i);
-  }
-  json += "]}";
-  return json;
+ "points": [{"name": "A", "x": 0, "y": 0, "z": 0, "forces": [)" +
+         testing::NumberedEntries(patterns, force) + R"(]}],
+ "load_patterns": [)" + testing::NumberedEntries(patterns, pattern) + R"(],
+ "frame_sections": [)" + testing::NumberedEntries(steel_sections, section) + "]}";
 }
 
 // The outcomes of transferring `text` with the second thread, while the first lingers at
