@@ -6,6 +6,7 @@
 #include <future>
 #include <memory>
 #include <optional>
+#include <system_error>
 
 #include "analysis/fill_drift_and_deflection.h"
 #include "analysis/fill_trelk_nodal_mass.h"
@@ -188,7 +189,11 @@ namespace {
 void FillDiaphragms(TransferRun& run) {
   FillTrelkDiaphragmConstraints(*run.model, run.store);
   if (SecondThreadWork() && run.host.AnswersFromTwoThreads() && run.model->SettleNodeLookUps()) {
-    run.second_fill.reset(new SecondThreadFill(run));
+    try {
+      run.second_fill.reset(new SecondThreadFill(run));
+    } catch (const std::system_error&) {
+      // No thread to be had: every step in turn.
+    }
   }
 }
 
